@@ -1,0 +1,76 @@
+#pragma once
+
+#include "QXExport.h"
+
+#include <QCursor>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+// Cursor numbers as the framework gives them.
+using TCursor = int;
+constexpr TCursor crDefault = 0;
+constexpr TCursor crNone = -1;
+constexpr TCursor crArrow = -2;
+constexpr TCursor crCross = -3;
+constexpr TCursor crIBeam = -4;
+constexpr TCursor crSizeNESW = -6;
+constexpr TCursor crSizeNS = -7;
+constexpr TCursor crSizeNWSE = -8;
+constexpr TCursor crSizeWE = -9;
+constexpr TCursor crUpArrow = -10;
+constexpr TCursor crHourGlass = -11;
+constexpr TCursor crDrag = -12;
+constexpr TCursor crNoDrop = -13;
+constexpr TCursor crHSplit = -14;
+constexpr TCursor crVSplit = -15;
+constexpr TCursor crMultiDrag = -16;
+constexpr TCursor crSQLWait = -17;
+constexpr TCursor crNo = -18;
+constexpr TCursor crAppStart = -19;
+constexpr TCursor crHelp = -20;
+constexpr TCursor crHandPoint = -21;
+constexpr TCursor crSizeAll = -22;
+
+// The Qt cursor shown for a framework cursor number.
+QXT_EXPORT QCursor CursorToQCursor(TCursor cursor);
+
+// The application object's services for components.
+class QXT_EXPORT TApplication : public QObject {
+    Q_OBJECT
+public:
+    // Lets pending events run (keeps the interface live during long loops).
+    static void ProcessMessages();
+    // True once the application has started to quit.
+    bool Terminated() const { return m_terminated; }
+    // The full path of the running program.
+    static QString ExeName();
+    // The object owning application-wide helpers (the application's QCoreApplication).
+    static QObject* Owner();
+
+private:
+    friend QXT_EXPORT TApplication* Application();
+    TApplication();
+    bool m_terminated = false;
+};
+
+// The one application object (requires a QCoreApplication).
+QXT_EXPORT TApplication* Application();
+
+// The screen object: the cursor shown over the whole application.
+class QXT_EXPORT TScreen {
+public:
+    // crDefault when no cursor is forced.
+    TCursor Cursor() const { return m_cursor; }
+    // Forces cursor over every window (crDefault lifts it) through the override cursor.
+    void SetCursor(TCursor cursor);
+    // The installed font families, sorted.
+    QStringList Fonts() const;
+    int Width() const;
+    int Height() const;
+
+private:
+    TCursor m_cursor = crDefault;
+};
+
+QXT_EXPORT TScreen* Screen();

@@ -1,0 +1,136 @@
+#include "Dialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace {
+
+TDialogHandler& installed() {
+    static TDialogHandler handler;
+    return handler;
+}
+
+struct ButtonMap {
+    TMsgDlgBtn button;
+    QMessageBox::StandardButton qt;
+    int result;
+};
+
+constexpr ButtonMap buttonMap[] = {
+    {mbYes, QMessageBox::Yes, mrYes},
+    {mbNo, QMessageBox::No, mrNo},
+    {mbOK, QMessageBox::Ok, mrOk},
+    {mbCancel, QMessageBox::Cancel, mrCancel},
+    {mbAbort, QMessageBox::Abort, mrAbort},
+    {mbRetry, QMessageBox::Retry, mrRetry},
+    {mbIgnore, QMessageBox::Ignore, mrIgnore},
+    {mbAll, QMessageBox::YesToAll, mrAll},
+    {mbNoToAll, QMessageBox::NoToAll, mrNoToAll},
+    {mbYesToAll, QMessageBox::YesToAll, mrYesToAll},
+    {mbHelp, QMessageBox::Help, mrNone},
+};
+
+int qtDialog(TDialogRequest& r) {
+    switch (r.Kind) {
+    case dkSelectDirectory: {
+        const QString dir = QFileDialog::getExistingDirectory(nullptr, r.Text, r.Path);
+        if (dir.isEmpty())
+            return mrCancel;
+        r.Path = dir;
+        return mrOk;
+    }
+    case dkOpenFile: {
+        const QString file = QFileDialog::getOpenFileName(nullptr, r.Text, r.Path, r.Filter);
+        if (file.isEmpty())
+            return mrCancel;
+        r.Path = file;
+        return mrOk;
+    }
+    case dkMessage:
+    case dkQuestion:
+        break;
+    }
+    QMessageBox box;
+    box.setWindowTitle(QApplication::applicationDisplayName());
+    box.setText(r.Text);
+    switch (r.Type) {
+    case mtWarning:
+        box.setIcon(QMessageBox::Warning);
+        break;
+    case mtError:
+        box.setIcon(QMessageBox::Critical);
+        break;
+    case mtInformation:
+        box.setIcon(QMessageBox::Information);
+        break;
+    case mtConfirmation:
+        box.setIcon(QMessageBox::Question);
+        break;
+    case mtCustom:
+        break;
+    }
+    QMessageBox::StandardButtons buttons;
+    for (const ButtonMap& m : buttonMap)
+        if (r.Buttons.Contains(m.button))
+            buttons |= m.qt;
+    box.setStandardButtons(buttons ? buttons : QMessageBox::Ok);
+    const int clicked = box.exec();
+    for (const ButtonMap& m : buttonMap)
+        if (clicked == m.qt && r.Buttons.Contains(m.button))
+            return m.result;
+    return r.Kind == dkMessage ? mrOk : mrCancel;
+}
+
+int dispatch(TDialogRequest& r) {
+    const TDialogHandler& h = installed();
+    return h ? h(r) : qtDialog(r);
+}
+
+} // namespace
+
+TDialogHandler SetDialogHandler(TDialogHandler handler) {
+    TDialogHandler previous = std::move(installed());
+    installed() = std::move(handler);
+    return previous;
+}
+
+void ShowMessage(const QString& text) {
+    TDialogRequest r;
+    r.Kind = dkMessage;
+    r.Text = text;
+    r.Buttons = {mbOK};
+    dispatch(r);
+}
+
+int MessageDlg(const QString& text, TMsgDlgType type, TMsgDlgButtons buttons, int) {
+    TDialogRequest r;
+    r.Kind = dkQuestion;
+    r.Text = text;
+    r.Type = type;
+    r.Buttons = buttons;
+    return dispatch(r);
+}
+
+bool SelectDirectory(const QString& caption, QString& directory) {
+    TDialogRequest r;
+    r.Kind = dkSelectDirectory;
+    r.Text = caption;
+    r.Path = directory;
+    if (dispatch(r) != mrOk)
+        return false;
+    directory = r.Path;
+    return true;
+}
+
+bool OpenFileDialog(const QString& caption, const QString& filter, QString& fileName) {
+    TDialogRequest r;
+    r.Kind = dkOpenFile;
+    r.Text = caption;
+    r.Filter = filter;
+    r.Path = fileName;
+    if (dispatch(r) != mrOk)
+        return false;
+    fileName = r.Path;
+    return true;
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "QXExport.h"
+#include "TSet.h"
+
+#include <QString>
+#include <functional>
+
+enum TMsgDlgType { mtWarning, mtError, mtInformation, mtConfirmation, mtCustom };
+enum TMsgDlgBtn {
+    mbYes,
+    mbNo,
+    mbOK,
+    mbCancel,
+    mbAbort,
+    mbRetry,
+    mbIgnore,
+    mbAll,
+    mbNoToAll,
+    mbYesToAll,
+    mbHelp
+};
+using TMsgDlgButtons = TSet<TMsgDlgBtn>;
+
+// Modal results.
+constexpr int mrNone = 0;
+constexpr int mrOk = 1;
+constexpr int mrCancel = 2;
+constexpr int mrAbort = 3;
+constexpr int mrRetry = 4;
+constexpr int mrIgnore = 5;
+constexpr int mrYes = 6;
+constexpr int mrNo = 7;
+constexpr int mrAll = 8;
+constexpr int mrNoToAll = 9;
+constexpr int mrYesToAll = 10;
+
+enum TDialogKind { dkMessage, dkQuestion, dkSelectDirectory, dkOpenFile };
+
+// One request to the dialog service. Path is in/out for the directory and file choosers.
+struct TDialogRequest {
+    TDialogKind Kind = dkMessage;
+    QString Text;    // message, or the chooser's caption
+    TMsgDlgType Type = mtInformation;
+    TMsgDlgButtons Buttons;
+    QString Filter;  // file chooser: "Images (*.gif *.bmp)"
+    QString Path;    // chooser: start directory in, the choice out
+};
+
+// Answers a request with a modal result (mrOk/mrCancel for the choosers).
+using TDialogHandler = std::function<int(TDialogRequest&)>;
+
+// Replaces the dialog service (tests and programs without a screen); an empty handler
+// restores the Qt dialogs. Returns the handler that was installed.
+QXT_EXPORT TDialogHandler SetDialogHandler(TDialogHandler handler);
+
+// Shows text with an OK button.
+QXT_EXPORT void ShowMessage(const QString& text);
+// Asks a question; returns the modal result of the button chosen.
+QXT_EXPORT int MessageDlg(const QString& text, TMsgDlgType type, TMsgDlgButtons buttons,
+                          int helpContext = 0);
+// Lets the user choose a directory; true and the choice in directory when one was chosen.
+QXT_EXPORT bool SelectDirectory(const QString& caption, QString& directory);
+// Lets the user choose an existing file; true and the choice in fileName when one was chosen.
+QXT_EXPORT bool OpenFileDialog(const QString& caption, const QString& filter, QString& fileName);

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "QXExport.h"
+
+#include <QByteArray>
+#include <QString>
+#include <exception>
+
+// The root of every exception the library raises; Message() is the text shown to users.
+class QXT_EXPORT Exception : public std::exception {
+public:
+    explicit Exception(QString message);
+    ~Exception() override;
+    const QString& Message() const { return m_message; }
+    const char* what() const noexcept override { return m_utf8.constData(); }
+
+private:
+    QString m_message;
+    QByteArray m_utf8;
+};
+
+// The framework's conversion error: bad numbers, impossible assignments.
+class QXT_EXPORT EConvertError : public Exception {
+public:
+    using Exception::Exception;
+};
+
+// Raised by operations a class declares but does not implement.
+class QXT_EXPORT EAbstractError : public Exception {
+public:
+    EAbstractError();
+};
+
+// Raised for unknown picture formats and unreadable pictures.
+class QXT_EXPORT EInvalidGraphic : public Exception {
+public:
+    using Exception::Exception;
+};
+
+// Failures of file access (open, create, read, write).
+class QXT_EXPORT EInOutError : public Exception {
+public:
+    using Exception::Exception;
+};
+
+// The framework's integer conversion: decimal, or hexadecimal with "$" or "0x";
+// raises EConvertError ("'x' is not a valid integer value").
+QXT_EXPORT int StrToInt(const QString& s);
+QXT_EXPORT int StrToIntDef(const QString& s, int def);
+// The same conversion without raising; false for text that is not an integer.
+QXT_EXPORT bool TryStrToInt(const QString& s, int& value);
+// Removes leading and trailing characters up to and including the space (blanks and controls).
+QXT_EXPORT QString Trim(const QString& s);
+QXT_EXPORT QString TrimLeft(const QString& s);
+QXT_EXPORT QString TrimRight(const QString& s);

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "QXExport.h"
+#include "TCanvas.h"
+#include "TColor.h"
+#include "TFont.h"
+#include "TSet.h"
+
+#include <QObject>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+enum TComponentStateFlag { csLoading, csReading, csWriting, csDestroying, csDesigning };
+using TComponentState = TSet<TComponentStateFlag>;
+enum TOperation { opInsert, opRemove };
+enum TAlign { alNone, alTop, alBottom, alLeft, alRight, alClient };
+
+// What components and controls share beside their Qt base: the component state, the loading
+// phase ending in Loaded(), and notifications about referenced components going away.
+class QXT_EXPORT TComponentBase {
+public:
+    virtual ~TComponentBase();
+    TComponentState ComponentState() const { return m_state; }
+    // Set by the Designer plugin on the instances it places on a form.
+    void SetDesigning(bool value);
+    // Ends the loading phase now (once): clears csLoading and calls Loaded().
+    void EndLoading();
+    // Asks for Notification(other, opRemove) when other is destroyed.
+    void FreeNotification(QObject* other);
+    // The object the component is (its QObject side).
+    virtual QObject* AsObject() = 0;
+
+protected:
+    TComponentBase();
+    // Runs once after the properties have been set (the end of the loading phase).
+    virtual void Loaded();
+    // Tells that a component this one refers to is going away (opRemove).
+    virtual void Notification(QObject* component, TOperation operation);
+
+private:
+    TComponentState m_state{csLoading};
+};
+
+// A non-visual component. Owner = Qt parent, Name = objectName. The loading phase ends at the
+// first turn of the event loop, or earlier through EndLoading().
+class QXT_EXPORT TComponent : public QObject, public TComponentBase {
+    Q_OBJECT
+public:
+    explicit TComponent(QObject* owner = nullptr);
+    ~TComponent() override;
+    QString Name() const { return objectName(); }
+    void SetName(const QString& name) { setObjectName(name); }
+    QObject* Owner() const { return parent(); }
+    // The class name as user code spells it ("TQXCopy").
+    QString ClassName() const { return QString::fromLatin1(metaObject()->className()); }
+    QObject* AsObject() override { return this; }
+    // Free-form value for the application.
+    int Tag() const { return m_tag; }
+    void SetTag(int value) { m_tag = value; }
+
+private:
+    int m_tag = 0;
+};
+
+// A visual control: geometry, colour and font in the framework's terms. The loading phase
+// ends at the first polish (just before the control is first shown).
+class QXT_EXPORT TControl : public QWidget, public TComponentBase {
+    Q_OBJECT
+public:
+    explicit TControl(QWidget* parent = nullptr);
+    ~TControl() override;
+    QString Name() const { return objectName(); }
+    void SetName(const QString& name) { setObjectName(name); }
+    QString ClassName() const { return QString::fromLatin1(metaObject()->className()); }
+    QObject* AsObject() override { return this; }
+
+    int Left() const { return x(); }
+    int Top() const { return y(); }
+    int Width() const { return width(); }
+    int Height() const { return height(); }
+    virtual void SetLeft(int value) { move(value, y()); }
+    virtual void SetTop(int value) { move(x(), value); }
+    virtual void SetWidth(int value) { resize(value, height()); }
+    virtual void SetHeight(int value) { resize(width(), value); }
+    void SetBounds(int left, int top, int width, int height) { setGeometry(left, top, width, height); }
+    TRect ClientRect() const { return {0, 0, width(), height()}; }
+    // The background colour; system colours follow the palette.
+    TColor Color() const { return m_color; }
+    virtual void SetColor(TColor value);
+    // The control's font with its colour.
+    TFont* Font() { return &m_font; }
+    bool Visible() const { return isVisibleTo(parentWidget()); }
+    void SetVisible(bool value) { setVisible(value); }
+    TAlign Align() const { return m_align; }
+    void SetAlign(TAlign value);
+    int Tag() const { return m_tag; }
+    void SetTag(int value) { m_tag = value; }
+    // Schedules a repaint.
+    void Invalidate() { update(); }
+    // Repaints now.
+    void Refresh() { repaint(); }
+    QSize sizeHint() const override;
+
+protected:
+    // The size a new control takes (the framework's constructor defaults).
+    void SetDefaultSize(int width, int height);
+    bool event(QEvent* e) override;
+    virtual void FontChanged();
+    bool eventFilter(QObject* watched, QEvent* e) override;
+
+private:
+    void realign();
+    TColor m_color = clBtnFace;
+    TFont m_font;
+    TAlign m_align = alNone;
+    QSize m_defaultSize{-1, -1};
+    int m_tag = 0;
+};
+
+// A control that paints itself: Paint() runs inside paintEvent with Canvas drawing on it.
+class QXT_EXPORT TGraphicControl : public TControl {
+    Q_OBJECT
+public:
+    explicit TGraphicControl(QWidget* parent = nullptr);
+    ~TGraphicControl() override;
+    // Valid during Paint().
+    TCanvas* Canvas() { return &m_canvas; }
+
+protected:
+    virtual void Paint();
+    void paintEvent(QPaintEvent* e) override;
+
+private:
+    TCanvas m_canvas;
+};
+
+// A windowed control that paints itself and can take the focus.
+class QXT_EXPORT TCustomControl : public TGraphicControl {
+    Q_OBJECT
+public:
+    explicit TCustomControl(QWidget* parent = nullptr);
+    ~TCustomControl() override;
+};

@@ -1,0 +1,165 @@
+#pragma once
+
+#include "QXExport.h"
+#include "TCanvas.h"
+#include "TPersistent.h"
+
+#include <QByteArray>
+#include <QIODevice>
+#include <QImage>
+#include <QString>
+#include <QStringList>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+// Streams are Qt devices: files, buffers, sockets.
+using TStream = QIODevice;
+// A palette handle; 0 means none.
+using HPALETTE = std::uint32_t;
+// Clipboard format numbers.
+constexpr std::uint16_t CF_BITMAP = 2;
+
+// An abstract picture: draws itself into a rectangle, loads and saves itself.
+class QXT_EXPORT TGraphic : public TPersistent {
+public:
+    TGraphic();
+    ~TGraphic() override;
+    TGraphic(const TGraphic&) = delete;
+    TGraphic& operator=(const TGraphic&) = delete;
+
+    virtual void Draw(TCanvas* canvas, const TRect& rect) = 0;
+    virtual int Width() const = 0;
+    virtual int Height() const = 0;
+    virtual void SetWidth(int value) = 0;
+    virtual void SetHeight(int value) = 0;
+    virtual bool Empty() const = 0;
+    virtual bool Transparent() const { return m_transparent; }
+    virtual void SetTransparent(bool value);
+    virtual HPALETTE Palette() const { return 0; }
+    virtual void SetPalette(HPALETTE) {}
+    // True when both hold the same picture (by default: the same saved bytes).
+    virtual bool Equals(TGraphic* graphic);
+
+    virtual void LoadFromStream(TStream& stream) = 0;
+    virtual void SaveToStream(TStream& stream) = 0;
+    // Opens the file and calls LoadFromStream; raises EInOutError when it cannot be opened.
+    virtual void LoadFromFile(const QString& fileName);
+    virtual void SaveToFile(const QString& fileName);
+    // Form-file persistence; by default the stream format itself.
+    virtual void ReadData(TStream& stream);
+    virtual void WriteData(TStream& stream);
+    virtual void LoadFromClipboardFormat(std::uint16_t format, const QImage& data, HPALETTE palette);
+    virtual void SaveToClipboardFormat(std::uint16_t& format, QImage& data, HPALETTE& palette);
+
+    bool Modified() const { return m_modified; }
+    void SetModified(bool value) { m_modified = value; }
+    // Called by Changed; a picture uses it to repaint its control.
+    std::function<void(TGraphic*)> OnChange;
+
+protected:
+    virtual void Changed(TGraphic* sender);
+
+private:
+    bool m_transparent = false;
+    bool m_modified = false;
+};
+
+enum TPixelFormat { pfDevice, pf1bit, pf4bit, pf8bit, pf15bit, pf16bit, pf24bit, pf32bit };
+
+// A raster picture kept as a QImage; its Canvas draws into it. Streams are BMP files.
+class QXT_EXPORT TBitmap : public TGraphic {
+public:
+    TBitmap();
+    TBitmap(int width, int height);
+    ~TBitmap() override;
+    QString ClassName() const override { return QStringLiteral("TBitmap"); }
+    static constexpr const char* StaticClassName = "TBitmap";
+
+    void Draw(TCanvas* canvas, const TRect& rect) override;
+    int Width() const override { return m_image.width(); }
+    int Height() const override { return m_image.height(); }
+    void SetWidth(int value) override;
+    void SetHeight(int value) override;
+    void SetSize(int width, int height);
+    bool Empty() const override { return m_image.isNull(); }
+    HPALETTE Palette() const override { return m_palette; }
+    void SetPalette(HPALETTE value) override { m_palette = value; }
+    void Assign(TPersistent* source) override;
+    // Reads a BMP stream; raises EInvalidGraphic "Bitmap image is not valid" otherwise.
+    void LoadFromStream(TStream& stream) override;
+    void SaveToStream(TStream& stream) override;
+    void LoadFromClipboardFormat(std::uint16_t format, const QImage& data, HPALETTE palette) override;
+    void SaveToClipboardFormat(std::uint16_t& format, QImage& data, HPALETTE& palette) override;
+
+    // The canvas drawing into this bitmap (an indexed image becomes 32-bit on first use).
+    TCanvas* Canvas();
+    TPixelFormat PixelFormat() const;
+    void SetPixelFormat(TPixelFormat value);
+    // The colour treated as transparent when Transparent is on: by default the bottom-left pixel.
+    TColor TransparentColor() const;
+    void SetTransparentColor(TColor value);
+    // The image as it is (indexed images keep their colour table).
+    const QImage& Image() const { return m_image; }
+    // Replaces the picture.
+    void SetImage(const QImage& image);
+    // The row y of the image for direct pixel access.
+    uchar* ScanLine(int y);
+
+protected:
+    void Changed(TGraphic* sender) override;
+
+private:
+    void makePaintable();
+    QImage m_image;
+    std::unique_ptr<TCanvas> m_canvas;
+    HPALETTE m_palette = 0;
+    TColor m_transparentColor = clDefault;
+};
+
+// An icon: drawn at its own size, loaded from ICO streams through Qt's reader.
+class QXT_EXPORT TIcon : public TGraphic {
+public:
+    TIcon();
+    ~TIcon() override;
+    QString ClassName() const override { return QStringLiteral("TIcon"); }
+    static constexpr const char* StaticClassName = "TIcon";
+
+    void Draw(TCanvas* canvas, const TRect& rect) override;
+    int Width() const override { return m_image.isNull() ? 32 : m_image.width(); }
+    int Height() const override { return m_image.isNull() ? 32 : m_image.height(); }
+    // An icon's size comes from its data; raises EInvalidGraphic "Cannot change the size of an icon".
+    void SetWidth(int value) override;
+    void SetHeight(int value) override;
+    bool Empty() const override { return m_image.isNull(); }
+    void Assign(TPersistent* source) override;
+    void LoadFromStream(TStream& stream) override;
+    void SaveToStream(TStream& stream) override;
+    const QImage& Image() const { return m_image; }
+    void SetImage(const QImage& image);
+
+protected:
+    void AssignTo(TPersistent* dest) override;
+
+private:
+    QImage m_image;
+};
+
+// Formats Qt reads besides BMP and ICO (JPEG, PNG and the rest), kept as a bitmap.
+class QXT_EXPORT TReaderImage : public TBitmap {
+public:
+    QString ClassName() const override { return QStringLiteral("TReaderImage"); }
+    static constexpr const char* StaticClassName = "TReaderImage";
+    void LoadFromStream(TStream& stream) override;
+    void SaveToStream(TStream& stream) override;
+};
+
+// A graphic class as the picture registry knows it: its name and how to make one.
+struct TGraphicClass {
+    const char* Name = nullptr;
+    TGraphic* (*Create)() = nullptr;
+};
+
+template <typename T> TGraphicClass GraphicClassOf() {
+    return {T::StaticClassName, []() -> TGraphic* { return new T; }};
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "QXExport.h"
+
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+
+// A point in device pixels.
+struct TPoint {
+    int X = 0;
+    int Y = 0;
+    constexpr bool operator==(const TPoint&) const = default;
+    QPoint ToQPoint() const { return {X, Y}; }
+};
+
+// A GDI rectangle: Right and Bottom are exclusive, so the width is Right - Left.
+struct TRect {
+    int Left = 0;
+    int Top = 0;
+    int Right = 0;
+    int Bottom = 0;
+    constexpr int Width() const { return Right - Left; }
+    constexpr int Height() const { return Bottom - Top; }
+    constexpr TPoint TopLeft() const { return {Left, Top}; }
+    constexpr TPoint BottomRight() const { return {Right, Bottom}; }
+    constexpr bool IsEmpty() const { return Right <= Left || Bottom <= Top; }
+    constexpr bool Contains(TPoint p) const {
+        return p.X >= Left && p.X < Right && p.Y >= Top && p.Y < Bottom;
+    }
+    constexpr bool operator==(const TRect&) const = default;
+    // The covered pixels as a QRect (a QRect's right() is inclusive).
+    QRect ToQRect() const { return QRect(Left, Top, Right - Left, Bottom - Top); }
+    static TRect FromQRect(const QRect& r) {
+        return {r.left(), r.top(), r.left() + r.width(), r.top() + r.height()};
+    }
+};
+
+constexpr TRect Rect(int left, int top, int right, int bottom) {
+    return {left, top, right, bottom};
+}
+constexpr TRect Bounds(int left, int top, int width, int height) {
+    return {left, top, left + width, top + height};
+}
+constexpr TPoint Point(int x, int y) {
+    return {x, y};
+}
+// Moves every side inward by dx and dy (outward when negative).
+constexpr void InflateRect(TRect& r, int dx, int dy) {
+    r.Left -= dx;
+    r.Top -= dy;
+    r.Right += dx;
+    r.Bottom += dy;
+}
+constexpr void OffsetRect(TRect& r, int dx, int dy) {
+    r.Left += dx;
+    r.Right += dx;
+    r.Top += dy;
+    r.Bottom += dy;
+}
+// The overlap of a and b; false (and an empty result) when they do not overlap.
+QXT_EXPORT bool IntersectRect(TRect& result, const TRect& a, const TRect& b);

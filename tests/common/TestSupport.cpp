@@ -1,0 +1,48 @@
+#include "TestSupport.h"
+
+#include "TColor.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <stdexcept>
+
+namespace qxtest {
+
+TempDir::TempDir() {
+    if (!m_dir.isValid())
+        throw std::runtime_error("cannot create a temporary directory");
+}
+
+QString TempDir::write(const QString& name, const QByteArray& bytes) const {
+    const QString full = file(name);
+    QDir().mkpath(QFileInfo(full).absolutePath());
+    QFile f(full);
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate) || f.write(bytes) != bytes.size())
+        throw std::runtime_error("cannot write test file");
+    return full;
+}
+
+DialogRecorder::DialogRecorder() {
+    m_previous = SetDialogHandler([this](TDialogRequest& r) {
+        requests.append(r);
+        return answers.isEmpty() ? mrOk : answers.takeFirst();
+    });
+}
+
+DialogRecorder::~DialogRecorder() {
+    SetDialogHandler(std::move(m_previous));
+}
+
+QStringList DialogRecorder::texts() const {
+    QStringList out;
+    for (const auto& r : requests)
+        out << r.Text;
+    return out;
+}
+
+int pixelBGR(const QImage& image, int x, int y) {
+    return QColorToTColor(image.pixelColor(x, y));
+}
+
+} // namespace qxtest

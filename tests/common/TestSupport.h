@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Dialogs.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QList>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace qxtest {
+
+// A temporary directory removed with the object; path() ends without "/".
+class TempDir {
+public:
+    TempDir();
+    QString path() const { return m_dir.path(); }
+    // The absolute name of a file inside.
+    QString file(const QString& name) const { return m_dir.filePath(name); }
+    // Writes bytes to name (creating parent directories) and returns the full path.
+    QString write(const QString& name, const QByteArray& bytes) const;
+
+private:
+    QTemporaryDir m_dir;
+};
+
+// Replaces the dialog service while alive: records every request and answers questions
+// with the queued answers (mrOk when the queue is empty).
+class DialogRecorder {
+public:
+    DialogRecorder();
+    ~DialogRecorder();
+    DialogRecorder(const DialogRecorder&) = delete;
+    DialogRecorder& operator=(const DialogRecorder&) = delete;
+    QList<TDialogRequest> requests;
+    QList<int> answers;
+    // The texts of all requests, in order.
+    QStringList texts() const;
+
+private:
+    TDialogHandler m_previous;
+};
+
+// The colour at (x, y) as 0x00BBGGRR, for comparing with TColor constants.
+int pixelBGR(const QImage& image, int x, int y);
+
+} // namespace qxtest
