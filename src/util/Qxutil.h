@@ -1,0 +1,9 @@
+#pragma once
+
+// The qxt function library: include this one header for all of it.
+
+#include "QxutilFiles.h"
+#include "QxutilSettings.h"
+#include "QxutilSystem.h"
+#include "QxutilText.h"
+#include "QxutilVersion.h"

@@ -1,0 +1,5 @@
+#pragma once
+
+// File, directory, path, drive and volume functions.
+
+#include "QXExport.h"

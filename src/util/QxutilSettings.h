@@ -1,0 +1,5 @@
+#pragma once
+
+// INI settings helpers: values, window placement, fonts, view styles.
+
+#include "QXExport.h"

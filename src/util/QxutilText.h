@@ -1,0 +1,5 @@
+#pragma once
+
+// String, number and drawing helpers.
+
+#include "QXExport.h"

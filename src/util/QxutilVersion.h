@@ -1,0 +1,5 @@
+#pragma once
+
+// Version information and resources of files.
+
+#include "QXExport.h"
