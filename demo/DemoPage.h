@@ -23,7 +23,7 @@ bool registerPage(Page page);
 #define QXDEMO_CONCAT_(a, b) a##b
 #define QXDEMO_CONCAT(a, b) QXDEMO_CONCAT_(a, b)
 // Registers a gallery section at program start: QXDEMO_PAGE({Family::Images, "GIF", factory});
-#define QXDEMO_PAGE(...)                                                                       \
-    namespace {                                                                                \
-    const bool QXDEMO_CONCAT(qxdemoRegistered_, __LINE__) = qxdemo::registerPage(__VA_ARGS__); \
+#define QXDEMO_PAGE(...)                                                                           \
+    namespace {                                                                                    \
+    const bool QXDEMO_CONCAT(qxdemoRegistered_, __LINE__) = qxdemo::registerPage(__VA_ARGS__);     \
     }

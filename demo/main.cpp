@@ -54,7 +54,8 @@ QWidget* familyTab(const FamilyInfo& info) {
         any = true;
     }
     if (!any) {
-        auto* label = new QLabel(QStringLiteral("Coming to this page: %1").arg(QLatin1String(info.coming)));
+        auto* label =
+            new QLabel(QStringLiteral("Coming to this page: %1").arg(QLatin1String(info.coming)));
         label->setWordWrap(true);
         layout->addWidget(label);
     }

@@ -30,7 +30,7 @@ int usageError(const Command& command);
 #define QXTOOL_CONCAT_(a, b) a##b
 #define QXTOOL_CONCAT(a, b) QXTOOL_CONCAT_(a, b)
 // Registers a subcommand at program start: QXTOOL_COMMAND({"name", "usage", "summary", fn});
-#define QXTOOL_COMMAND(...)                                                                    \
-    namespace {                                                                                \
-    const bool QXTOOL_CONCAT(qxtoolRegistered_, __LINE__) = qxtool::registerCommand(__VA_ARGS__); \
+#define QXTOOL_COMMAND(...)                                                                        \
+    namespace {                                                                                    \
+    const bool QXTOOL_CONCAT(qxtoolRegistered_, __LINE__) = qxtool::registerCommand(__VA_ARGS__);  \
     }

@@ -40,11 +40,11 @@ enum TDialogKind { dkMessage, dkQuestion, dkSelectDirectory, dkOpenFile };
 // One request to the dialog service. Path is in/out for the directory and file choosers.
 struct TDialogRequest {
     TDialogKind Kind = dkMessage;
-    QString Text;    // message, or the chooser's caption
+    QString Text; // message, or the chooser's caption
     TMsgDlgType Type = mtInformation;
     TMsgDlgButtons Buttons;
-    QString Filter;  // file chooser: "Images (*.gif *.bmp)"
-    QString Path;    // chooser: start directory in, the choice out
+    QString Filter; // file chooser: "Images (*.gif *.bmp)"
+    QString Path;   // chooser: start directory in, the choice out
 };
 
 // Answers a request with a modal result (mrOk/mrCancel for the choosers).

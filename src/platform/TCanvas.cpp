@@ -358,10 +358,12 @@ int TCanvas::TextHeight(const QString& text) const {
 
 int TCanvas::DrawText(const QString& text, TRect& r, unsigned flags) {
     int qf = 0;
-    qf |= (flags & DT_CENTER) ? Qt::AlignHCenter : (flags & DT_RIGHT) ? Qt::AlignRight : Qt::AlignLeft;
+    qf |= (flags & DT_CENTER)  ? Qt::AlignHCenter
+          : (flags & DT_RIGHT) ? Qt::AlignRight
+                               : Qt::AlignLeft;
     if (flags & DT_SINGLELINE) {
         qf |= Qt::TextSingleLine;
-        qf |= (flags & DT_VCENTER) ? Qt::AlignVCenter
+        qf |= (flags & DT_VCENTER)  ? Qt::AlignVCenter
               : (flags & DT_BOTTOM) ? Qt::AlignBottom
                                     : Qt::AlignTop;
     } else {
@@ -462,8 +464,8 @@ TRect TCanvas::ClipRect() const {
     return {};
 }
 
-void BitBlt(TCanvas* dest, int x, int y, int width, int height, TCanvas* source, int xSrc,
-            int ySrc, std::uint32_t rop) {
+void BitBlt(TCanvas* dest, int x, int y, int width, int height, TCanvas* source, int xSrc, int ySrc,
+            std::uint32_t rop) {
     if (!dest || !source || !source->Image())
         return;
     dest->DrawImage(Bounds(x, y, width, height),

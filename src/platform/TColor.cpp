@@ -8,8 +8,8 @@ namespace {
 QColor systemColor(int index, const QPalette& p) {
     using R = QPalette::ColorRole;
     switch (index) {
-    case 0: // scroll bar
-    case 4: // menu
+    case 0:  // scroll bar
+    case 4:  // menu
     case 15: // button face
     case 12: // application work space
     case 10: // active border
@@ -17,20 +17,20 @@ QColor systemColor(int index, const QPalette& p) {
         return p.color(QPalette::Active, index == 12 ? R::Mid : R::Button);
     case 1: // desktop
         return p.color(R::Dark);
-    case 2: // active caption
+    case 2:  // active caption
     case 13: // highlight
         return p.color(QPalette::Active, R::Highlight);
     case 3: // inactive caption
         return p.color(QPalette::Inactive, R::Mid);
     case 5: // window
         return p.color(R::Base);
-    case 6: // window frame
+    case 6:  // window frame
     case 21: // 3D dark shadow
         return p.color(R::Shadow);
     case 7: // menu text
     case 8: // window text
         return p.color(R::Text);
-    case 9: // caption text
+    case 9:  // caption text
     case 14: // highlight text
         return p.color(QPalette::Active, R::HighlightedText);
     case 16: // button shadow

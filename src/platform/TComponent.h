@@ -83,7 +83,9 @@ public:
     virtual void SetTop(int value) { move(x(), value); }
     virtual void SetWidth(int value) { resize(value, height()); }
     virtual void SetHeight(int value) { resize(width(), value); }
-    void SetBounds(int left, int top, int width, int height) { setGeometry(left, top, width, height); }
+    void SetBounds(int left, int top, int width, int height) {
+        setGeometry(left, top, width, height);
+    }
     TRect ClientRect() const { return {0, 0, width(), height()}; }
     // The background colour; system colours follow the palette.
     TColor Color() const { return m_color; }

@@ -37,14 +37,16 @@ bool TGraphic::Equals(TGraphic* graphic) {
 void TGraphic::LoadFromFile(const QString& fileName) {
     QFile f(fileName);
     if (!f.open(QIODevice::ReadOnly))
-        throw EInOutError(QStringLiteral("Cannot open file \"%1\". %2").arg(fileName, f.errorString()));
+        throw EInOutError(
+            QStringLiteral("Cannot open file \"%1\". %2").arg(fileName, f.errorString()));
     LoadFromStream(f);
 }
 
 void TGraphic::SaveToFile(const QString& fileName) {
     QFile f(fileName);
     if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        throw EInOutError(QStringLiteral("Cannot create file \"%1\". %2").arg(fileName, f.errorString()));
+        throw EInOutError(
+            QStringLiteral("Cannot create file \"%1\". %2").arg(fileName, f.errorString()));
     SaveToStream(f);
 }
 
@@ -94,9 +96,10 @@ void TBitmap::SetSize(int width, int height) {
         if (!m_image.isNull()) {
             QPainter p(&next);
             p.setCompositionMode(QPainter::CompositionMode_Source);
-            p.drawImage(0, 0, m_image.format() == QImage::Format_RGB32
-                                  ? m_image
-                                  : m_image.convertToFormat(QImage::Format_RGB32));
+            p.drawImage(0, 0,
+                        m_image.format() == QImage::Format_RGB32
+                            ? m_image
+                            : m_image.convertToFormat(QImage::Format_RGB32));
         }
         m_image = std::move(next);
     }
@@ -343,8 +346,8 @@ void TReaderImage::LoadFromStream(TStream& stream) {
     QImageReader r(&stream);
     const QImage img = r.read();
     if (img.isNull())
-        throw EInvalidGraphic(QStringLiteral("%1 image is not valid")
-                                  .arg(QString::fromLatin1(r.format()).toUpper()));
+        throw EInvalidGraphic(
+            QStringLiteral("%1 image is not valid").arg(QString::fromLatin1(r.format()).toUpper()));
     SetImage(img);
 }
 

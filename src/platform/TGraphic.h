@@ -49,7 +49,8 @@ public:
     // Form-file persistence; by default the stream format itself.
     virtual void ReadData(TStream& stream);
     virtual void WriteData(TStream& stream);
-    virtual void LoadFromClipboardFormat(std::uint16_t format, const QImage& data, HPALETTE palette);
+    virtual void LoadFromClipboardFormat(std::uint16_t format, const QImage& data,
+                                         HPALETTE palette);
     virtual void SaveToClipboardFormat(std::uint16_t& format, QImage& data, HPALETTE& palette);
 
     bool Modified() const { return m_modified; }
@@ -89,7 +90,8 @@ public:
     // Reads a BMP stream; raises EInvalidGraphic "Bitmap image is not valid" otherwise.
     void LoadFromStream(TStream& stream) override;
     void SaveToStream(TStream& stream) override;
-    void LoadFromClipboardFormat(std::uint16_t format, const QImage& data, HPALETTE palette) override;
+    void LoadFromClipboardFormat(std::uint16_t format, const QImage& data,
+                                 HPALETTE palette) override;
     void SaveToClipboardFormat(std::uint16_t& format, QImage& data, HPALETTE& palette) override;
 
     // The canvas drawing into this bitmap (an indexed image becomes 32-bit on first use).
@@ -128,7 +130,8 @@ public:
     void Draw(TCanvas* canvas, const TRect& rect) override;
     int Width() const override { return m_image.isNull() ? 32 : m_image.width(); }
     int Height() const override { return m_image.isNull() ? 32 : m_image.height(); }
-    // An icon's size comes from its data; raises EInvalidGraphic "Cannot change the size of an icon".
+    // An icon's size comes from its data; raises EInvalidGraphic "Cannot change the size of an
+    // icon".
     void SetWidth(int value) override;
     void SetHeight(int value) override;
     bool Empty() const override { return m_image.isNull(); }

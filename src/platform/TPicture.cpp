@@ -16,9 +16,12 @@ struct Registry {
         formats = {
             {QStringLiteral("bmp"), QStringLiteral("Bitmaps"), GraphicClassOf<TBitmap>()},
             {QStringLiteral("ico"), QStringLiteral("Icons"), GraphicClassOf<TIcon>()},
-            {QStringLiteral("jpg"), QStringLiteral("JPEG Image File"), GraphicClassOf<TReaderImage>()},
-            {QStringLiteral("jpeg"), QStringLiteral("JPEG Image File"), GraphicClassOf<TReaderImage>()},
-            {QStringLiteral("png"), QStringLiteral("PNG Image File"), GraphicClassOf<TReaderImage>()},
+            {QStringLiteral("jpg"), QStringLiteral("JPEG Image File"),
+             GraphicClassOf<TReaderImage>()},
+            {QStringLiteral("jpeg"), QStringLiteral("JPEG Image File"),
+             GraphicClassOf<TReaderImage>()},
+            {QStringLiteral("png"), QStringLiteral("PNG Image File"),
+             GraphicClassOf<TReaderImage>()},
         };
     }
 };
@@ -139,7 +142,8 @@ void TPicture::RegisterFileFormat(const QString& extension, const QString& descr
 void TPicture::UnregisterGraphicClass(TGraphicClass graphicClass) {
     Registry& r = registry();
     QMutexLocker lock(&r.mutex);
-    r.formats.removeIf([&](const TFileFormat& f) { return sameClass(f.GraphicClass, graphicClass); });
+    r.formats.removeIf(
+        [&](const TFileFormat& f) { return sameClass(f.GraphicClass, graphicClass); });
 }
 
 QList<TFileFormat> TPicture::FileFormats() {
@@ -165,5 +169,6 @@ QString TPicture::FileDialogFilter() {
         all << mask;
         each << QStringLiteral("%1 (%2)").arg(f.Description, mask);
     }
-    return QStringLiteral("All (%1);;").arg(all.join(QLatin1Char(' '))) + each.join(QStringLiteral(";;"));
+    return QStringLiteral("All (%1);;").arg(all.join(QLatin1Char(' '))) +
+           each.join(QStringLiteral(";;"));
 }

@@ -48,14 +48,15 @@ public:
     // Registers a graphic class for a file extension; a later registration of the same
     // extension takes precedence.
     static void RegisterFileFormat(const QString& extension, const QString& description,
-                                  TGraphicClass graphicClass);
+                                   TGraphicClass graphicClass);
     // Removes every extension registered for the class.
     static void UnregisterGraphicClass(TGraphicClass graphicClass);
     // The registered formats, newest first.
     static QList<TFileFormat> FileFormats();
     // The class registered for an extension (without the dot), or a class with no name.
     static TGraphicClass GraphicClassForExtension(const QString& extension);
-    // A file-dialog filter of every registered format ("All (*.gif *.bmp);;GIF Image File (*.gif)").
+    // A file-dialog filter of every registered format ("All (*.gif *.bmp);;GIF Image File
+    // (*.gif)").
     static QString FileDialogFilter();
 
 protected:

@@ -271,14 +271,16 @@ void TStrings::SetStringList(const QStringList& list) {
 void TStrings::LoadFromFile(const QString& fileName) {
     QFile f(fileName);
     if (!f.open(QIODevice::ReadOnly))
-        throw EInOutError(QStringLiteral("Cannot open file \"%1\". %2").arg(fileName, f.errorString()));
+        throw EInOutError(
+            QStringLiteral("Cannot open file \"%1\". %2").arg(fileName, f.errorString()));
     SetText(QString::fromUtf8(f.readAll()));
 }
 
 void TStrings::SaveToFile(const QString& fileName) const {
     QFile f(fileName);
     if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        throw EInOutError(QStringLiteral("Cannot create file \"%1\". %2").arg(fileName, f.errorString()));
+        throw EInOutError(
+            QStringLiteral("Cannot create file \"%1\". %2").arg(fileName, f.errorString()));
     f.write(Text().toUtf8());
 }
 

@@ -26,7 +26,9 @@ QString TempDir::write(const QString& name, const QByteArray& bytes) const {
 DialogRecorder::DialogRecorder() {
     m_previous = SetDialogHandler([this](TDialogRequest& r) {
         requests.append(r);
-        return answers.isEmpty() ? mrOk : answers.takeFirst();
+        if (r.Kind == dkMessage || answers.isEmpty())
+            return mrOk;
+        return answers.takeFirst();
     });
 }
 

@@ -24,8 +24,8 @@ private:
     QTemporaryDir m_dir;
 };
 
-// Replaces the dialog service while alive: records every request and answers questions
-// with the queued answers (mrOk when the queue is empty).
+// Replaces the dialog service while alive: records every request and answers questions and
+// choosers with the queued answers in order (mrOk when the queue is empty); messages get mrOk.
 class DialogRecorder {
 public:
     DialogRecorder();

@@ -1,0 +1,150 @@
+#pragma once
+
+// The design-time side of the package: property editors and the palette registry that the
+// Qt Designer plugin reads.
+
+#include "QXExport.h"
+#include "TSet.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QMetaObject>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <type_traits>
+
+#include <QWidget>
+
+enum TPropertyAttribute {
+    paValueList,
+    paSubProperties,
+    paDialog,
+    paMultiSelect,
+    paAutoUpdate,
+    paSortList,
+    paReadOnly,
+    paRevertable
+};
+using TPropertyAttributes = TSet<TPropertyAttribute>;
+
+// Edits one property of the selected components (the selection's component 0 leads).
+class QXT_EXPORT TPropertyEditor {
+public:
+    TPropertyEditor(QList<QObject*> selection, QByteArray propertyName);
+    virtual ~TPropertyEditor();
+    virtual TPropertyAttributes GetAttributes() const;
+    // The text the inspector shows.
+    virtual QString GetValue() const;
+    virtual void SetValue(const QString& value);
+    // Runs the editor's dialog (for paDialog editors).
+    virtual void Edit();
+    QObject* GetComponent(int index) const;
+    int PropCount() const { return int(m_selection.size()); }
+    QString GetName() const { return QString::fromLatin1(m_property); }
+
+protected:
+    QString GetStrValue() const;
+    void SetStrValue(const QString& value);
+
+private:
+    QList<QObject*> m_selection;
+    QByteArray m_property;
+};
+
+// The editor of plain string properties.
+class QXT_EXPORT TStringProperty : public TPropertyEditor {
+public:
+    using TPropertyEditor::TPropertyEditor;
+    TPropertyAttributes GetAttributes() const override;
+    QString GetValue() const override;
+    void SetValue(const QString& value) override;
+};
+
+// A component class as the palette knows it: its name and how to make one.
+struct TComponentClass {
+    QString Name;
+    const QMetaObject* MetaObject = nullptr;
+    // Creates an instance; controls get parent as their parent widget.
+    std::function<QObject*(QWidget* parent)> Create;
+    bool IsWidget = false;
+};
+
+// A property editor class: its name and how to make one for a selection and property.
+struct TPropertyEditorClass {
+    QString Name;
+    std::function<TPropertyEditor*(QList<QObject*> selection, QByteArray propertyName)> Create;
+};
+
+// One call of RegisterComponents.
+struct TComponentRegistration {
+    QString Page;
+    QList<TComponentClass> Classes;
+};
+
+// One call of RegisterPropertyEditor. ComponentClass is empty for "any class".
+struct TEditorRegistration {
+    QString PropertyType;
+    QString ComponentClass;
+    QString PropertyName;
+    TPropertyEditorClass Editor;
+};
+
+// Every registration the package made, in call order. Registering twice is harmless: both
+// calls are recorded, and the lookups return one entry per class.
+class QXT_EXPORT TPaletteRegistry {
+public:
+    static TPaletteRegistry& Instance();
+    const QList<TComponentRegistration>& ComponentCalls() const { return m_components; }
+    const QList<TEditorRegistration>& EditorCalls() const { return m_editors; }
+    // The classes on a page, first registration order, each once.
+    QList<TComponentClass> ClassesOnPage(const QString& page) const;
+    // The pages in order of first use.
+    QStringList Pages() const;
+    // The editor registered last for the property of this component (by class or a base
+    // class), or nullptr.
+    const TEditorRegistration* EditorFor(const QObject* component,
+                                         const QString& propertyName) const;
+    void Clear();
+
+private:
+    friend QXT_EXPORT void RegisterComponents(const QString&, const QList<TComponentClass>&);
+    friend QXT_EXPORT void RegisterPropertyEditor(const QString&, const QString&, const QString&,
+                                                  const TPropertyEditorClass&);
+    QList<TComponentRegistration> m_components;
+    QList<TEditorRegistration> m_editors;
+};
+
+QXT_EXPORT void RegisterComponents(const QString& Page, const QList<TComponentClass>& Classes);
+QXT_EXPORT void RegisterPropertyEditor(const QString& PropertyType, const QString& ComponentClass,
+                                       const QString& PropertyName,
+                                       const TPropertyEditorClass& EditorClass);
+
+// The catalogue of classes the library holds, filled as its modules load. Registration looks
+// classes up here by name, so a class that is not part of the build is simply absent.
+QXT_EXPORT bool RegisterClass(const TComponentClass& componentClass);
+QXT_EXPORT bool RegisterEditorClass(const TPropertyEditorClass& editorClass);
+QXT_EXPORT const TComponentClass* FindComponentClass(const QString& name);
+QXT_EXPORT const TPropertyEditorClass* FindEditorClass(const QString& name);
+
+template <typename T> TComponentClass ComponentClassOf() {
+    TComponentClass c;
+    c.Name = QString::fromLatin1(T::staticMetaObject.className());
+    c.MetaObject = &T::staticMetaObject;
+    c.IsWidget = std::is_base_of_v<QWidget, T>;
+    c.Create = [](QWidget* parent) -> QObject* {
+        if constexpr (std::is_base_of_v<QWidget, T>)
+            return new T(parent);
+        else
+            return new T(static_cast<QObject*>(parent));
+    };
+    return c;
+}
+
+template <typename T> TPropertyEditorClass EditorClassOf(const char* name) {
+    return {QString::fromLatin1(name),
+            [](QList<QObject*> selection, QByteArray property) -> TPropertyEditor* {
+                return new T(std::move(selection), std::move(property));
+            }};
+}

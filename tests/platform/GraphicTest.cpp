@@ -1,0 +1,118 @@
+#include "SysUtils.h"
+#include "TGraphic.h"
+#include "TPicture.h"
+#include "TStrings.h"
+#include "TestSupport.h"
+
+#include <QBuffer>
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray bmpBytes(TBitmap& b) {
+    QBuffer buf;
+    buf.open(QIODevice::WriteOnly);
+    b.SaveToStream(buf);
+    return buf.data();
+}
+
+// A graphic class that only counts how it was made, for the registry tests.
+class TCountingGraphic : public TBitmap {
+public:
+    static constexpr const char* StaticClassName = "TCountingGraphic";
+    QString ClassName() const override { return QStringLiteral("TCountingGraphic"); }
+};
+
+} // namespace
+
+TEST(Bitmap, BmpStreamRoundTripKeepsPixels) {
+    TBitmap a(3, 2);
+    a.Canvas()->SetPixel(2, 1, clTeal);
+    const QByteArray bytes = bmpBytes(a);
+    ASSERT_TRUE(bytes.startsWith("BM"));
+    QBuffer in;
+    in.setData(bytes);
+    in.open(QIODevice::ReadOnly);
+    TBitmap b;
+    b.LoadFromStream(in);
+    EXPECT_EQ(b.Width(), 3);
+    EXPECT_EQ(b.Height(), 2);
+    EXPECT_EQ(b.Canvas()->Pixels(2, 1), clTeal);
+}
+
+TEST(Bitmap, RejectsWhatIsNotABmp) {
+    QBuffer in;
+    in.setData(QByteArray("GIF89a-not-a-bitmap"));
+    in.open(QIODevice::ReadOnly);
+    TBitmap b;
+    try {
+        b.LoadFromStream(in);
+        FAIL() << "no exception";
+    } catch (const EInvalidGraphic& e) {
+        EXPECT_EQ(e.Message(), QStringLiteral("Bitmap image is not valid"));
+    }
+}
+
+TEST(Bitmap, ResizingKeepsTheTopLeftAndAssignCopies) {
+    TBitmap a(2, 2);
+    a.Canvas()->SetPixel(1, 1, clRed);
+    a.SetSize(4, 3);
+    EXPECT_EQ(a.Canvas()->Pixels(1, 1), clRed);
+    EXPECT_EQ(a.Canvas()->Pixels(3, 2), clBlack);
+    TBitmap b;
+    b.Assign(&a);
+    a.Canvas()->SetPixel(1, 1, clBlue);
+    EXPECT_EQ(b.Canvas()->Pixels(1, 1), clRed);
+    TStringList list;
+    try {
+        b.Assign(&list);
+        FAIL() << "no exception";
+    } catch (const EConvertError& e) {
+        EXPECT_EQ(e.Message(), QStringLiteral("Cannot assign a TStringList to a TBitmap"));
+    }
+}
+
+TEST(Picture, LoadsByExtensionCaseBlindAndRejectsUnknownOnes) {
+    qxtest::TempDir dir;
+    TBitmap src(5, 4);
+    const QString file = dir.write(QStringLiteral("pic.BMP"), bmpBytes(src));
+    TPicture pic;
+    int changes = 0;
+    pic.OnChange = [&](TPicture*) { ++changes; };
+    pic.LoadFromFile(file);
+    ASSERT_NE(pic.Graphic(), nullptr);
+    EXPECT_EQ(pic.Graphic()->ClassName(), QStringLiteral("TBitmap"));
+    EXPECT_EQ(pic.Width(), 5);
+    EXPECT_GE(changes, 1);
+    const QString odd = dir.write(QStringLiteral("pic.xyz"), QByteArray("x"));
+    try {
+        pic.LoadFromFile(odd);
+        FAIL() << "no exception";
+    } catch (const EInvalidGraphic& e) {
+        EXPECT_EQ(e.Message(), QStringLiteral("Unknown picture file extension (.xyz)"));
+    }
+}
+
+TEST(Picture, RegistryPrefersTheNewestAndForgetsUnregisteredClasses) {
+    TPicture::RegisterFileFormat(QStringLiteral("Bmp"), QStringLiteral("Counting"),
+                                 GraphicClassOf<TCountingGraphic>());
+    EXPECT_STREQ(TPicture::GraphicClassForExtension(QStringLiteral("bmp")).Name,
+                 "TCountingGraphic");
+    EXPECT_TRUE(TPicture::FileDialogFilter().contains(QStringLiteral("Counting (*.bmp)")));
+    TPicture::UnregisterGraphicClass(GraphicClassOf<TCountingGraphic>());
+    EXPECT_STREQ(TPicture::GraphicClassForExtension(QStringLiteral(".BMP")).Name, "TBitmap");
+    EXPECT_EQ(TPicture::GraphicClassForExtension(QStringLiteral("none")).Create, nullptr);
+}
+
+TEST(Picture, SetGraphicCopiesAndBitmapReplacesOtherClasses) {
+    TBitmap src(2, 2);
+    TPicture pic;
+    pic.SetGraphic(&src);
+    ASSERT_NE(pic.Graphic(), nullptr);
+    EXPECT_NE(pic.Graphic(), &src);
+    EXPECT_EQ(pic.Width(), 2);
+    pic.Icon();
+    EXPECT_EQ(pic.Graphic()->ClassName(), QStringLiteral("TIcon"));
+    EXPECT_EQ(pic.Bitmap()->Width(), 0);
+    EXPECT_EQ(pic.Graphic()->ClassName(), QStringLiteral("TBitmap"));
+}
