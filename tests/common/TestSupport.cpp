@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <stdexcept>
 
 namespace qxtest {
@@ -41,6 +42,18 @@ QStringList DialogRecorder::texts() const {
     for (const auto& r : requests)
         out << r.Text;
     return out;
+}
+
+ToolResult runQxtool(const QStringList& args) {
+    QProcess p;
+    p.start(QStringLiteral(QXTOOL_PATH), args);
+    ToolResult r;
+    if (!p.waitForFinished(120000))
+        return r;
+    r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    r.out = QString::fromUtf8(p.readAllStandardOutput());
+    r.err = QString::fromUtf8(p.readAllStandardError());
+    return r;
 }
 
 int pixelBGR(const QImage& image, int x, int y) {

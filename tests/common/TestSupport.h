@@ -41,6 +41,14 @@ private:
     TDialogHandler m_previous;
 };
 
+// What a run of the built qxtool printed and returned.
+struct ToolResult {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+ToolResult runQxtool(const QStringList& args);
+
 // The colour at (x, y) as 0x00BBGGRR, for comparing with TColor constants.
 int pixelBGR(const QImage& image, int x, int y);
 
