@@ -95,14 +95,17 @@ TEST(AboutProperty, EditRunsTheDialogModally) {
     TAboutBeta beta;
     TQXAboutProperty editor({&beta}, "About_QXTools");
     QString shownClass;
+    int standLines = 0;
     QTimer::singleShot(0, [&]() {
         auto* dlg = qobject_cast<TfrmQXTVersion*>(QApplication::activeModalWidget());
         ASSERT_NE(dlg, nullptr);
         shownClass = dlg->lblClassName->text();
+        standLines = textLines(dlg->lblStand);
         dlg->btnOKButton->click();
     });
     editor.Edit();
     EXPECT_EQ(shownClass, QStringLiteral("TAboutBeta"));
+    EXPECT_EQ(standLines, 2);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
