@@ -1,5 +1,7 @@
 #include "SysUtils.h"
 
+#include <QDateTime>
+
 Exception::Exception(QString message) : m_message(std::move(message)), m_utf8(m_message.toUtf8()) {}
 
 Exception::~Exception() = default;
@@ -67,4 +69,11 @@ QString TrimRight(const QString& s) {
 
 QString Trim(const QString& s) {
     return TrimLeft(TrimRight(s));
+}
+
+QString DateTimeToStr(const QDateTime& value) {
+    const QString date = value.date().toString(QStringLiteral("dd.MM.yyyy"));
+    if (value.time() == QTime(0, 0))
+        return date;
+    return date + value.time().toString(QStringLiteral(" hh:mm:ss"));
 }

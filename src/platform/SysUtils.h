@@ -53,3 +53,8 @@ QXT_EXPORT bool TryStrToInt(const QString& s, int& value);
 QXT_EXPORT QString Trim(const QString& s);
 QXT_EXPORT QString TrimLeft(const QString& s);
 QXT_EXPORT QString TrimRight(const QString& s);
+
+class QDateTime;
+// A date and time as "dd.mm.yyyy hh:nn:ss" in the package's German format; the time is left
+// out when it is exactly midnight.
+QXT_EXPORT QString DateTimeToStr(const QDateTime& value);
