@@ -2,6 +2,7 @@
 
 #include "Dialogs.h"
 #include "PeResources_p.h"
+#include "QxutilText.h"
 #include "SysUtils.h"
 
 #include <QCoreApplication>
@@ -61,21 +62,6 @@ private:
     QByteArray m_copy;
     QByteArrayView m_view;
 };
-
-// Field n (from 1) of S split at Sep; "" when there is no such field.
-QString splitField(const QString& S, QChar Sep, int N) {
-    const QStringList fields = S.split(Sep);
-    return N >= 1 && N <= fields.size() ? fields[N - 1] : QString();
-}
-
-// Occurrences of C in S, counted in 8 bits (256 give 0).
-quint8 countChar(const QString& S, QChar C) {
-    quint8 n = 0;
-    for (QChar c : S)
-        if (c == C)
-            ++n;
-    return n;
-}
 
 // The file's size in bytes and its modification time to the second.
 qint64 fileSize(const QString& fileName) {
@@ -212,11 +198,11 @@ QString qxtGetHexFileVersion(const QString& Version) {
     for (QChar c : Version)
         if ((c >= QLatin1Char('0') && c <= QLatin1Char('9')) || c == QLatin1Char('.'))
             text += c;
-    if (countChar(text, QLatin1Char('.')) == 1)
+    if (qxtInCount(text, QLatin1Char('.')) == 1)
         text = QStringLiteral("01.00.") + formatTwoDecimals(text);
     QString hex;
     for (int part = 1; part <= 4; ++part) {
-        const int value = StrToInt(QLatin1Char('0') + splitField(text, QLatin1Char('.'), part));
+        const int value = StrToInt(QLatin1Char('0') + qxtSplitPar(text, QLatin1Char('.'), part));
         hex += QString::number(quint32(value), 16).toUpper().rightJustified(4, QLatin1Char('0'));
     }
     return hex;

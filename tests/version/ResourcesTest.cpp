@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <gtest/gtest.h>
 
 namespace {
@@ -54,19 +53,6 @@ QByteArray block(const QList<QByteArray>& strings) {
     return entry(QStringLiteral("VS_VERSION_INFO"), {}, 0,
                  {entry(QStringLiteral("StringFileInfo"), {}, 0,
                         {entry(QStringLiteral("040904B0"), {}, 0, strings)})});
-}
-
-struct ToolRun {
-    int code;
-    QByteArray out;
-    QByteArray err;
-};
-
-ToolRun qxtool(const QStringList& args) {
-    QProcess process;
-    process.start(QStringLiteral(QX_QXTOOL), args);
-    EXPECT_TRUE(process.waitForFinished(30000));
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
 } // namespace
@@ -187,23 +173,26 @@ TEST(Resources, LooksUpAndExtractsLibraryResources) {
 }
 
 TEST(Qxtool, VerinfoPrintsTheMemoLinesAndHexversionTheHexText) {
-    const ToolRun known = qxtool({QStringLiteral("verinfo"), pe("known.exe")});
-    EXPECT_EQ(known.code, 0);
-    EXPECT_EQ(QString::fromUtf8(known.out),
-              qxtFileVersionsInfoLines(pe("known.exe")).join(QLatin1Char('\n')) + '\n');
+    const auto known = qxtest::runQxtool({QStringLiteral("verinfo"), pe("known.exe")});
+    EXPECT_EQ(known.exitCode, 0);
+    EXPECT_EQ(known.out, qxtFileVersionsInfoLines(pe("known.exe")).join(QLatin1Char('\n')) + '\n');
 
-    const ToolRun missing = qxtool({QStringLiteral("verinfo"), QStringLiteral("/nonexistent.exe")});
-    EXPECT_EQ(missing.code, 1);
-    EXPECT_EQ(missing.out, QByteArray("         Dateiname: /nonexistent.exe\n"
-                                      "Fehler : Datei nicht gefunden\n"));
-    EXPECT_EQ(qxtool({QStringLiteral("verinfo")}).code, 2);
+    const auto missing =
+        qxtest::runQxtool({QStringLiteral("verinfo"), QStringLiteral("/nonexistent.exe")});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_EQ(missing.out, QStringLiteral("         Dateiname: /nonexistent.exe\n"
+                                          "Fehler : Datei nicht gefunden\n"));
+    EXPECT_EQ(qxtest::runQxtool({QStringLiteral("verinfo")}).exitCode, 2);
 
-    const ToolRun hex = qxtool({QStringLiteral("hexversion"), QStringLiteral("V 3.0")});
-    EXPECT_EQ(hex.code, 0);
-    EXPECT_EQ(hex.out, QByteArray("0001000000030000\n"));
-    const ToolRun bad = qxtool({QStringLiteral("hexversion"), QStringLiteral(".")});
-    EXPECT_EQ(bad.code, 1);
-    EXPECT_TRUE(bad.err.endsWith("'.' is not a valid floating point value\n")) << bad.err.data();
-    EXPECT_EQ(qxtool({QStringLiteral("hexversion"), QStringLiteral("1"), QStringLiteral("2")}).code,
-              2);
+    const auto hex = qxtest::runQxtool({QStringLiteral("hexversion"), QStringLiteral("V 3.0")});
+    EXPECT_EQ(hex.exitCode, 0);
+    EXPECT_EQ(hex.out, QStringLiteral("0001000000030000\n"));
+    const auto bad = qxtest::runQxtool({QStringLiteral("hexversion"), QStringLiteral(".")});
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_TRUE(bad.err.endsWith(QStringLiteral("'.' is not a valid floating point value\n")))
+        << bad.err.toStdString();
+    EXPECT_EQ(
+        qxtest::runQxtool({QStringLiteral("hexversion"), QStringLiteral("1"), QStringLiteral("2")})
+            .exitCode,
+        2);
 }

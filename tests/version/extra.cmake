@@ -54,9 +54,8 @@ add_custom_target(test_version_pe DEPENDS ${_qx_pe_files})
 add_executable(test_version_appversion ${dir}/appversion/main.cpp)
 target_link_libraries(test_version_appversion PRIVATE QXTpack)
 
-add_dependencies(test_version test_version_pe test_version_appversion qxtool)
+add_dependencies(test_version test_version_pe test_version_appversion)
 target_compile_definitions(test_version PRIVATE
   QX_PE_DIR="${_qx_pe_out}"
   QX_PE_DATA="${_qx_pe_src}"
-  QX_APPVERSION_PROGRAM="$<TARGET_FILE:test_version_appversion>"
-  QX_QXTOOL="$<TARGET_FILE:qxtool>")
+  QX_APPVERSION_PROGRAM="$<TARGET_FILE:test_version_appversion>")
