@@ -1,0 +1,131 @@
+#include "QXFind.h"
+
+#include "Application.h"
+#include "FileUtils.h"
+#include "QXDesign.h"
+#include "QXTools.h"
+#include "QXU_File.h"
+#include "QxutilFiles.h"
+
+namespace {
+
+const bool classKnown = RegisterClass(ComponentClassOf<TQXFind>());
+
+bool isDotEntry(const TSearchRec& r) {
+    return r.Name == QLatin1String(".") || r.Name == QLatin1String("..");
+}
+
+} // namespace
+
+TQXFind::TQXFind(QObject* owner) : TComponent(owner), TQXAboutCarrier(QXFindVersion) {
+    SetStartPath(QStringLiteral("/"));
+    SetFilePattern(QStringLiteral("*.*"));
+}
+
+TQXFind::~TQXFind() = default;
+
+void TQXFind::SetFilePattern(const QString& value) {
+    m_pattern = value.toUpper();
+}
+
+void TQXFind::SetStartPath(const QString& value) {
+    m_startPath = qxtCheckPath(value);
+}
+
+void TQXFind::Execute() {
+    m_dirCount = 0;
+    m_fileCount = 0;
+    m_volumeName = qxtVolumeName(m_startPath);
+    if (OnExecute)
+        OnExecute(this);
+    emit started();
+    m_stop = false;
+    ReadDisk(m_startPath);
+    m_stop = false;
+    if (OnFinished)
+        OnFinished(this);
+    emit finished();
+}
+
+void TQXFind::ReadDisk(const QString& Path) {
+    if (m_stop || Application()->Terminated())
+        return;
+    TSearchRec sr;
+    if (m_subdirs) {
+        for (int rc = FindFirst(Path + QLatin1String("*.*"), faDirectory, sr); rc == 0 && !m_stop;
+             rc = FindNext(sr)) {
+            TApplication::ProcessMessages();
+            if (isDotEntry(sr))
+                continue;
+            if (sr.Attr & faDirectory) {
+                ReadDisk(Path + sr.Name + PathDelim);
+                ++m_dirCount;
+                change(Path);
+            }
+            if (m_stop)
+                break;
+            if (Application()->Terminated())
+                return;
+        }
+        FindClose(sr);
+    }
+
+    if (!m_pattern.contains(QLatin1Char(';'))) {
+        for (int rc = FindFirst(Path + m_pattern, faAnyFile, sr); rc == 0 && !m_stop;
+             rc = FindNext(sr)) {
+            TApplication::ProcessMessages();
+            if (isDotEntry(sr) || sr.Attr == faDirectory) {
+                notFindFile(sr, Path);
+                continue;
+            }
+            ++m_fileCount;
+            change(Path);
+            if (m_stop)
+                break;
+            if (Application()->Terminated())
+                return;
+            findFile(sr, Path);
+        }
+    } else {
+        for (int rc = FindFirst(Path + QLatin1String("*.*"), faAnyFile, sr); rc == 0 && !m_stop;
+             rc = FindNext(sr)) {
+            if (isDotEntry(sr) || sr.Attr == faDirectory)
+                continue;
+            TApplication::ProcessMessages();
+            if (!qxtIsMatch(sr.Name.toUpper(), m_pattern)) {
+                notFindFile(sr, Path);
+                continue;
+            }
+            ++m_fileCount;
+            change(Path);
+            if (m_stop)
+                break;
+            if (Application()->Terminated())
+                return;
+            findFile(sr, Path);
+        }
+    }
+    FindClose(sr);
+}
+
+void TQXFind::change(const QString& path) {
+    if (OnChange)
+        OnChange(this, path, m_dirCount, m_fileCount);
+    emit changed(path, m_dirCount, m_fileCount);
+}
+
+void TQXFind::findFile(const TSearchRec& rec, const QString& path) {
+    if (OnFindFile)
+        OnFindFile(this, rec, path, m_volumeName);
+    emit fileFound(path + rec.Name);
+}
+
+void TQXFind::notFindFile(const TSearchRec& rec, const QString& path) {
+    if (OnNotFindFile)
+        OnNotFindFile(this, rec, path, m_volumeName);
+}
+
+void QXFind::Register() {
+    Q_UNUSED(classKnown);
+    QXRegisterOne(QLatin1String(QXPalettePage), "TQXFind");
+}

@@ -1,0 +1,158 @@
+#include "Drives.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+// Undoes the octal escapes (\040 for a blank) that mountinfo writes for special characters.
+QString unescapeOctal(const QByteArray& field) {
+    QByteArray out;
+    out.reserve(field.size());
+    for (qsizetype i = 0; i < field.size(); ++i) {
+        if (field[i] == '\\' && i + 3 < field.size() && field[i + 1] >= '0' &&
+            field[i + 1] <= '3') {
+            bool ok = false;
+            const int v = field.mid(i + 1, 3).toInt(&ok, 8);
+            if (ok) {
+                out.append(char(v));
+                i += 3;
+                continue;
+            }
+        }
+        out.append(field[i]);
+    }
+    return QFile::decodeName(out);
+}
+
+QString terminated(QString path) {
+    if (!path.endsWith(QLatin1Char('/')))
+        path += QLatin1Char('/');
+    return path;
+}
+
+QString readSmallFile(const QString& name) {
+    QFile f(name);
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromLatin1(f.read(64)).trimmed();
+}
+
+bool isRemovableDevice(unsigned major, unsigned minor) {
+    const QString dev = QStringLiteral("/sys/dev/block/%1:%2/").arg(major).arg(minor);
+    // A partition inherits the flag of the disk it belongs to.
+    const QString disk =
+        QFileInfo::exists(dev + QLatin1String("partition")) ? dev + QLatin1String("../") : dev;
+    return readSmallFile(disk + QLatin1String("removable")) == QLatin1String("1");
+}
+
+} // namespace
+
+QList<TMountPoint> ParseMountInfo(const QByteArray& text) {
+    QList<TMountPoint> mounts;
+    for (const QByteArray& line : text.split('\n')) {
+        const QList<QByteArray> f = line.simplified().split(' ');
+        const qsizetype dash = f.indexOf(QByteArray("-"));
+        if (f.size() < 5 || dash < 6 || dash + 2 >= f.size())
+            continue;
+        TMountPoint m;
+        m.Root = terminated(unescapeOctal(f[4]));
+        m.FsType = unescapeOctal(f[dash + 1]);
+        m.Source = unescapeOctal(f[dash + 2]);
+        const QList<QByteArray> dev = f[2].split(':');
+        if (dev.size() == 2) {
+            m.Major = dev[0].toUInt();
+            m.Minor = dev[1].toUInt();
+        }
+        mounts.append(m);
+    }
+    return mounts;
+}
+
+QList<TMountPoint> MountPoints() {
+    QFile f(QStringLiteral("/proc/self/mountinfo"));
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    return ParseMountInfo(f.readAll());
+}
+
+TMountPoint MountPointOf(const QString& path) {
+    const QFileInfo info(path.isEmpty() ? QStringLiteral(".") : path);
+    const QString canonical = info.canonicalFilePath();
+    const QString full =
+        terminated(canonical.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : canonical);
+    TMountPoint best;
+    // Later lines mount over earlier ones, so the last longest match is the visible one.
+    for (const TMountPoint& m : MountPoints())
+        if (full.startsWith(m.Root) && m.Root.size() >= best.Root.size())
+            best = m;
+    return best;
+}
+
+bool IsDriveRoot(const QString& path) {
+    const QString full = terminated(QDir::cleanPath(QDir::current().absoluteFilePath(path)));
+    if (full == QLatin1String("/"))
+        return true;
+    for (const TMountPoint& m : MountPoints())
+        if (m.Root == full)
+            return true;
+    return false;
+}
+
+bool IsPseudoFileSystem(const QString& fsType) {
+    static const QStringList pseudo = {
+        QStringLiteral("proc"),           QStringLiteral("sysfs"),
+        QStringLiteral("devtmpfs"),       QStringLiteral("devpts"),
+        QStringLiteral("cgroup"),         QStringLiteral("cgroup2"),
+        QStringLiteral("mqueue"),         QStringLiteral("debugfs"),
+        QStringLiteral("tracefs"),        QStringLiteral("securityfs"),
+        QStringLiteral("pstore"),         QStringLiteral("bpf"),
+        QStringLiteral("configfs"),       QStringLiteral("fusectl"),
+        QStringLiteral("hugetlbfs"),      QStringLiteral("autofs"),
+        QStringLiteral("binfmt_misc"),    QStringLiteral("efivarfs"),
+        QStringLiteral("selinuxfs"),      QStringLiteral("nsfs"),
+        QStringLiteral("rpc_pipefs"),     QStringLiteral("fuse.portal"),
+        QStringLiteral("fuse.gvfsd-fuse")};
+    return pseudo.contains(fsType);
+}
+
+int DriveTypeOf(const TMountPoint& mount) {
+    static const QStringList remote = {QStringLiteral("nfs"),
+                                       QStringLiteral("nfs4"),
+                                       QStringLiteral("cifs"),
+                                       QStringLiteral("smb3"),
+                                       QStringLiteral("smbfs"),
+                                       QStringLiteral("ncpfs"),
+                                       QStringLiteral("afs"),
+                                       QStringLiteral("9p"),
+                                       QStringLiteral("ceph"),
+                                       QStringLiteral("glusterfs"),
+                                       QStringLiteral("fuse.glusterfs"),
+                                       QStringLiteral("fuse.sshfs"),
+                                       QStringLiteral("sshfs"),
+                                       QStringLiteral("davfs"),
+                                       QStringLiteral("fuse.davfs2")};
+    const QString& t = mount.FsType;
+    if (remote.contains(t))
+        return DRIVE_REMOTE;
+    if (t == QLatin1String("iso9660") || t == QLatin1String("udf") ||
+        mount.Source.startsWith(QLatin1String("/dev/sr")))
+        return DRIVE_CDROM;
+    if (t == QLatin1String("tmpfs") || t == QLatin1String("ramfs"))
+        return DRIVE_RAMDISK;
+    if (IsPseudoFileSystem(t))
+        return DRIVE_UNKNOWN;
+    if (mount.Major != 0 && isRemovableDevice(mount.Major, mount.Minor))
+        return DRIVE_REMOVABLE;
+    return DRIVE_FIXED;
+}
+
+int GetDriveType(const QString& Root) {
+    const QString full = terminated(QDir::cleanPath(QDir::current().absoluteFilePath(Root)));
+    int type = DRIVE_NO_ROOT_DIR;
+    for (const TMountPoint& m : MountPoints())
+        if (m.Root == full)
+            type = DriveTypeOf(m);
+    return type;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "QXExport.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+// Drives on Linux are mount points: "/" and every other place a file system is mounted.
+
+// One mounted file system.
+struct TMountPoint {
+    QString Root;   // where it is mounted, ending in "/"
+    QString Source; // what is mounted: "/dev/sda1", "server:/export", "tmpfs"
+    QString FsType; // "ext4", "nfs4", "tmpfs", "fuse.sshfs"
+    unsigned Major = 0;
+    unsigned Minor = 0; // the device numbers the file system reports
+};
+
+// The mount points of a mountinfo text (the format of /proc/self/mountinfo), in its order.
+QXT_EXPORT QList<TMountPoint> ParseMountInfo(const QByteArray& text);
+// The mount points of this process.
+QXT_EXPORT QList<TMountPoint> MountPoints();
+// The mount point holding a path (relative paths start at the current directory; existing paths
+// are followed through their links); an empty Root when none does.
+QXT_EXPORT TMountPoint MountPointOf(const QString& path);
+// Whether a path names "/" or another mount point: the Linux twin of a drive root.
+QXT_EXPORT bool IsDriveRoot(const QString& path);
+// Whether a file system only shows kernel state (proc, sysfs, cgroup, …) and is no drive.
+QXT_EXPORT bool IsPseudoFileSystem(const QString& fsType);
+
+// Drive types, numbered as GetDriveType numbers them.
+constexpr int DRIVE_UNKNOWN = 0;
+constexpr int DRIVE_NO_ROOT_DIR = 1;
+constexpr int DRIVE_REMOVABLE = 2;
+constexpr int DRIVE_FIXED = 3;
+constexpr int DRIVE_REMOTE = 4;
+constexpr int DRIVE_CDROM = 5;
+constexpr int DRIVE_RAMDISK = 6;
+
+// The type of a mounted file system: remote (nfs, cifs, sshfs, …), CD-ROM (iso9660, udf or a
+// /dev/sr* device), RAM disk (tmpfs, ramfs), unknown (pseudo file systems), removable (the
+// block device's removable flag) or fixed.
+QXT_EXPORT int DriveTypeOf(const TMountPoint& mount);
+// The type of the drive whose root is Root; DRIVE_NO_ROOT_DIR when Root is no mount point.
+QXT_EXPORT int GetDriveType(const QString& Root);
