@@ -41,7 +41,8 @@ TEST(Register, LeavesOutWhatIsNotBuiltAndKeepsTheOrder) {
         names << c.Name;
     ASSERT_GE(names.size(), 2);
     EXPECT_EQ(names.first(), QStringLiteral("TQXAnimate"));
-    EXPECT_EQ(names.last(), QStringLiteral("TQXPrinter"));
+    // Built classes that come after it in the table (TQXDirList, TQXImage) follow it.
+    EXPECT_TRUE(names.contains(QStringLiteral("TQXPrinter")));
     int previous = -1;
     for (const QString& n : names) {
         const auto it = std::find_if(QXCentralPaletteOrder.begin(), QXCentralPaletteOrder.end(),
