@@ -1,0 +1,167 @@
+// Walks a generated tree of 100,000 files (100 directories of 10 subdirectories of 100 files)
+// with TQXFind, with find(1) and with std::filesystem::recursive_directory_iterator.
+
+#include "QXFind.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kTop = 100, kSub = 10, kFiles = 100;
+constexpr long kTotal = long(kTop) * kSub * kFiles;
+
+std::string g_root;
+
+bool buildTree(const std::string& root) {
+    for (int t = 0; t < kTop; ++t) {
+        const std::string top = root + "/dir" + std::to_string(t);
+        if (::mkdir(top.c_str(), 0755) != 0)
+            return false;
+        for (int s = 0; s < kSub; ++s) {
+            const std::string sub = top + "/sub" + std::to_string(s);
+            if (::mkdir(sub.c_str(), 0755) != 0)
+                return false;
+            for (int f = 0; f < kFiles; ++f) {
+                const std::string name =
+                    sub + "/file" + std::to_string(f) + (f % 2 ? ".txt" : ".dat");
+                const int fd = ::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+                if (fd < 0 || ::write(fd, "x", 1) != 1)
+                    return false;
+                ::close(fd);
+            }
+        }
+    }
+    return true;
+}
+
+void reportFiles(benchmark::State& state, long files) {
+    if (files != kTotal)
+        state.SkipWithError("wrong number of files");
+    state.counters["files"] = double(files);
+    state.SetItemsProcessed(state.iterations() * kTotal);
+}
+
+void BM_TQXFind(benchmark::State& state) {
+    long files = 0;
+    for (auto _ : state) {
+        TQXFind find;
+        find.SetStartPath(QString::fromStdString(g_root));
+        find.SetSubdirs(true);
+        long found = 0;
+        find.OnFindFile = [&found](QObject*, const TSearchRec&, const QString&, const QString&) {
+            ++found;
+        };
+        find.Execute();
+        files = found;
+    }
+    reportFiles(state, files);
+}
+
+// A pattern list goes through qxtIsMatch for every name.
+void BM_TQXFindPatternList(benchmark::State& state) {
+    long files = 0;
+    for (auto _ : state) {
+        TQXFind find;
+        find.SetStartPath(QString::fromStdString(g_root));
+        find.SetSubdirs(true);
+        find.SetFilePattern(QStringLiteral("*.txt;*.dat"));
+        find.Execute();
+        files = find.FileCount();
+    }
+    reportFiles(state, files);
+}
+
+long countLines(const std::string& command) {
+    FILE* p = ::popen(command.c_str(), "r");
+    if (!p)
+        return -1;
+    long lines = 0;
+    char buffer[65536];
+    size_t n = 0;
+    while ((n = std::fread(buffer, 1, sizeof buffer, p)) > 0)
+        for (size_t i = 0; i < n; ++i)
+            lines += buffer[i] == '\n';
+    ::pclose(p);
+    return lines;
+}
+
+// Names only: find takes the entry types from the directory listing.
+void BM_find(benchmark::State& state) {
+    long files = 0;
+    for (auto _ : state)
+        files = countLines("find '" + g_root + "' -type f");
+    reportFiles(state, files);
+}
+
+// Size and time of every file, which TQXFind reports too: find has to look at each one.
+void BM_findWithStat(benchmark::State& state) {
+    long files = 0;
+    for (auto _ : state)
+        files = countLines("find '" + g_root + "' -type f -printf '%s %T@\\n'");
+    reportFiles(state, files);
+}
+
+void BM_recursive_directory_iterator(benchmark::State& state) {
+    long files = 0;
+    for (auto _ : state) {
+        long found = 0;
+        for (const auto& e : std::filesystem::recursive_directory_iterator(g_root))
+            found += e.is_regular_file();
+        files = found;
+    }
+    reportFiles(state, files);
+}
+
+void BM_recursive_directory_iteratorWithStat(benchmark::State& state) {
+    long files = 0;
+    for (auto _ : state) {
+        long found = 0;
+        std::uintmax_t bytes = 0;
+        for (const auto& e : std::filesystem::recursive_directory_iterator(g_root))
+            if (e.is_regular_file()) {
+                bytes += e.file_size();
+                benchmark::DoNotOptimize(e.last_write_time());
+                ++found;
+            }
+        benchmark::DoNotOptimize(bytes);
+        files = found;
+    }
+    reportFiles(state, files);
+}
+
+BENCHMARK(BM_TQXFind)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+BENCHMARK(BM_TQXFindPatternList)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+BENCHMARK(BM_find)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+BENCHMARK(BM_findWithStat)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+BENCHMARK(BM_recursive_directory_iterator)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(2)
+    ->UseRealTime();
+BENCHMARK(BM_recursive_directory_iteratorWithStat)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(2)
+    ->UseRealTime();
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    QTemporaryDir dir;
+    if (!dir.isValid() || !buildTree(dir.path().toStdString())) {
+        std::fprintf(stderr, "cannot build the test tree\n");
+        return 1;
+    }
+    g_root = dir.path().toStdString();
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
