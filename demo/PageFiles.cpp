@@ -90,6 +90,9 @@ QWidget* createSearchPage(QWidget* parent) {
     };
 
     const auto run = [=]() {
+        // A search lets events run, so Return in a field could start a second one inside it.
+        if (!search->isEnabled())
+            return;
         find->SetStartPath(dir->text());
         find->SetFilePattern(pattern->text());
         find->SetSubdirs(subdirs->isChecked());

@@ -13,7 +13,8 @@ using TNotifyEvent = std::function<void(QObject* Sender)>;
 // Progress of a search: the directory being searched and the running counts.
 using ChangeEvent =
     std::function<void(QObject* Sender, const QString& Path, int DirCount, int FileCount)>;
-// An entry of a searched directory, the directory it is in (terminated) and the volume name.
+// An entry of a searched directory, the directory it is in (terminated) and the label of the
+// file system searched ("" when it has none).
 using FindFileEvent = std::function<void(QObject* Sender, const TSearchRec& FileRec,
                                          const QString& Path, const QString& VolumeName)>;
 using NotFindFileEvent = FindFileEvent;
