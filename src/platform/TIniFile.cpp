@@ -225,12 +225,15 @@ template <typename Drop> QByteArray without(const QByteArray& data, Drop drop) {
     return out;
 }
 
-// An exclusive advisory lock on "FILE.lock", released when the object goes.
+// An exclusive advisory lock on the hidden file ".NAME.lock" beside the file, released when
+// the object goes. The INI file itself cannot carry the lock, as every write replaces it.
 class WriteLock {
 public:
     explicit WriteLock(const QString& path) {
-        m_fd = ::open(QFile::encodeName(path + QStringLiteral(".lock")).constData(),
-                      O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        const QFileInfo info(path);
+        const QString lockName =
+            info.path() + QStringLiteral("/.") + info.fileName() + QStringLiteral(".lock");
+        m_fd = ::open(QFile::encodeName(lockName).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
         if (m_fd < 0)
             return;
         while (::flock(m_fd, LOCK_EX) != 0) {

@@ -133,6 +133,33 @@ TEST(SystemWindows, SendMessageByClassPart) {
     EXPECT_FALSE(plain.isVisible());
 }
 
+TEST(SystemWindows, OtherProgramOnX11) {
+    if (QGuiApplication::platformName() != QLatin1String("xcb"))
+        GTEST_SKIP() << "another program's windows are only seen on X11";
+    // The gallery saves its settings when it ends; they go to a directory of the test.
+    qxtest::TempDir config;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), config.path());
+    QProcess demo;
+    demo.setProcessEnvironment(env);
+    demo.start(QStringLiteral(QXDEMO_PROGRAM), QStringList{});
+    ASSERT_TRUE(demo.waitForStarted(30000));
+    HWND window = 0;
+    ASSERT_TRUE(waitFor([&] {
+        window = qxtGetWindowsHandle(QStringLiteral("qxtools gallery"));
+        return window != 0;
+    }));
+    EXPECT_EQ(qxtGetWindowTitle(window), QStringLiteral("QXTools Gallery"));
+    // The close request reaches the other program, which then ends.
+    EXPECT_EQ(qxtSendMessage(QStringLiteral("qxdemo"), WM_CLOSE), 0);
+    EXPECT_TRUE(demo.waitForFinished(30000));
+    EXPECT_TRUE(QFile::exists(config.file(QStringLiteral("qxdemo.ini"))));
+    if (demo.state() != QProcess::NotRunning) {
+        demo.kill();
+        demo.waitForFinished();
+    }
+}
+
 TEST(SystemDelay, KeepsEventsRunning) {
     for (int ms : {-5, 0}) {
         bool ran = false;

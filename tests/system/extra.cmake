@@ -5,3 +5,6 @@ if(XVFB_RUN)
            COMMAND ${XVFB_RUN} -a $<TARGET_FILE:test_system> --gtest_filter=SystemWindows.*)
   set_tests_properties(system_x11 PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=xcb" TIMEOUT 300)
 endif()
+# qxdemo plays the other program whose window is searched and closed.
+add_dependencies(test_system qxdemo)
+target_compile_definitions(test_system PRIVATE QXDEMO_PROGRAM="$<TARGET_FILE:qxdemo>")
