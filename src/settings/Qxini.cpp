@@ -1,7 +1,9 @@
 #include "Qxini.h"
 
 #include "Application.h"
-#include "QxutilTextHelpers_p.h"
+#include "QXDesign.h"
+#include "QXTools.h"
+#include "QxutilText.h"
 #include "SysUtils.h"
 #include "TIniFile.h"
 
@@ -10,6 +12,8 @@
 #include <QHeaderView>
 
 namespace {
+
+const bool classKnown = RegisterClass(ComponentClassOf<TQXINI>());
 
 const QString winPosSection = QStringLiteral("WinPos");
 
@@ -27,7 +31,7 @@ QString columnKey(const QString& prefix, int i) {
 
 } // namespace
 
-TQXINI::TQXINI(QObject* owner) : TComponent(owner) {
+TQXINI::TQXINI(QObject* owner) : TComponent(owner), TQXAboutCarrier(QXIniVersion) {
     if (auto* w = qobject_cast<QWidget*>(owner))
         m_form = w->window();
     SetINIFileName(QStringLiteral("Default.INI"));
@@ -174,8 +178,8 @@ void TQXINI::INILoadColumns(const QString& Section, const QString& Prefix, QTree
         if (s.isEmpty())
             continue;
         if (Captions && model)
-            model->setHeaderData(i, Qt::Horizontal, qxt_detail::splitPar(s, QLatin1Char('|'), 1));
-        View->setColumnWidth(i, StrToInt(qxt_detail::splitPar(s, QLatin1Char('|'), 2)));
+            model->setHeaderData(i, Qt::Horizontal, qxtSplitPar(s, QLatin1Char('|'), 1));
+        View->setColumnWidth(i, StrToInt(qxtSplitPar(s, QLatin1Char('|'), 2)));
     }
 }
 
@@ -190,4 +194,9 @@ void TQXINI::INIWriteViewStyle(const QString& Section, const QString& Key, TView
 
 void TQXINI::KillSection(const QString& Section) {
     TIniFile(m_fullPath).EraseSection(Section);
+}
+
+void Qxini::Register() {
+    Q_UNUSED(classKnown);
+    QXRegisterOne(QLatin1String(QXPalettePage), "TQXINI");
 }

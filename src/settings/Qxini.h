@@ -1,5 +1,6 @@
 #pragma once
 
+#include "QXAboutString.h"
 #include "QXExport.h"
 #include "QxutilSettings.h"
 #include "TComponent.h"
@@ -9,9 +10,6 @@
 
 #include <QString>
 #include <QTreeView>
-
-// The revision of TQXINI shown by its about property.
-inline constexpr char QXIniVersion[] = "17.05.97";
 
 // Keeps an application's settings in one INI file: typed values, lists, the owner form's
 // window state and placement, fonts, the columns of a list view and view styles. Every
@@ -23,7 +21,7 @@ inline constexpr char QXIniVersion[] = "17.05.97";
 // owner that is not a widget, and then the placement operations do nothing). A stored window
 // state outside 0 to 2 restores the form to normal. A list view is a QTreeView whose header
 // sections are the columns.
-class QXT_EXPORT TQXINI : public TComponent {
+class QXT_EXPORT TQXINI : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
@@ -35,9 +33,6 @@ public:
     explicit TQXINI(QObject* owner = nullptr);
     ~TQXINI() override;
 
-    // The revision date; assignments are ignored.
-    QString About_QXTools() const { return QString::fromLatin1(QXIniVersion); }
-    void SetAbout_QXTools(const QString&) {}
     // The key prefix of the form's placement in section "WinPos"; empty means the Name.
     QString Caption() const { return m_caption; }
     void SetCaption(const QString& Value);
@@ -106,3 +101,8 @@ private:
     bool m_saveLastRes = false;
     QString m_iniFileName;
 };
+
+namespace Qxini {
+// Puts TQXINI on the "QX Tools" palette page.
+QXT_EXPORT void Register();
+} // namespace Qxini

@@ -1,6 +1,6 @@
 #include "QxutilSettings.h"
 
-#include "QxutilTextHelpers_p.h"
+#include "QxutilText.h"
 #include "SysUtils.h"
 #include "TIniFile.h"
 
@@ -58,7 +58,7 @@ bool qxtINIReadBool(const QString& FileName, const QString& Section, const QStri
     const QString s = ini.ReadString(Section, Key, QString());
     if (!s.contains(QLatin1Char(';')))
         return ini.ReadBool(Section, Key, Default);
-    const QString value = qxt_detail::delComment(s);
+    const QString value = qxtDelComment(s);
     return Trim(value).isEmpty() ? Default : strToBool(value);
 }
 
@@ -69,8 +69,8 @@ void qxtINIWriteInteger(const QString& FileName, const QString& Section, const Q
 
 int qxtINIReadInteger(const QString& FileName, const QString& Section, const QString& Key,
                       int Default) {
-    QString s = qxt_detail::delComment(
-        TIniFile(FileName).ReadString(Section, Key, QString::number(Default)));
+    QString s =
+        qxtDelComment(TIniFile(FileName).ReadString(Section, Key, QString::number(Default)));
     if (s.isEmpty())
         s = QStringLiteral("0");
     return StrToInt(s);

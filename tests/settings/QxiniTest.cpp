@@ -1,5 +1,8 @@
 #include "Qxini.h"
 
+#include "QXDesign.h"
+#include "QXTools.h"
+
 #include "TIniFile.h"
 #include "TestSupport.h"
 
@@ -52,6 +55,30 @@ TEST(QxiniProperties, DefaultsAndFileNames) {
     EXPECT_EQ(ini.property("About_QXTools").toString(), QStringLiteral("17.05.97"));
     EXPECT_TRUE(ini.setProperty("SaveWinPos", QStringLiteral("swpSizePosition")));
     EXPECT_EQ(ini.SaveWinPos(), swpSizePosition);
+}
+
+TEST(QxiniProperties, OnThePalette) {
+    TPaletteRegistry::Instance().Clear();
+    Qxini::Register();
+    QStringList names;
+    for (const TComponentClass& c :
+         TPaletteRegistry::Instance().ClassesOnPage(QStringLiteral("QX Tools")))
+        names << c.Name;
+    EXPECT_EQ(names, QStringList{QStringLiteral("TQXINI")});
+    TPaletteRegistry::Instance().Clear();
+    QXTools::Register();
+    names.clear();
+    for (const TComponentClass& c :
+         TPaletteRegistry::Instance().ClassesOnPage(QStringLiteral("QX Tools")))
+        names << c.Name;
+    EXPECT_TRUE(names.contains(QStringLiteral("TQXINI")));
+    // The palette makes it with its owner, like the form designer does.
+    QWidget form;
+    std::unique_ptr<QObject> made(FindComponentClass(QStringLiteral("TQXINI"))->Create(&form));
+    auto* ini = qobject_cast<TQXINI*>(made.get());
+    ASSERT_NE(ini, nullptr);
+    EXPECT_EQ(ini->Form(), &form);
+    EXPECT_EQ(ini->GetAboutQXT(), QXIniVersion);
 }
 
 TEST(QxiniForm, ReadAndWriteINIUseNameAndFireEvents) {

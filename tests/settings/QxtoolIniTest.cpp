@@ -1,6 +1,6 @@
 #include "TestSupport.h"
 
-#include <QProcess>
+#include <QFile>
 #include <gtest/gtest.h>
 
 namespace {
@@ -14,14 +14,9 @@ struct ToolRun {
 ToolRun qxtool(const QStringList& args) {
     // A runtime directory of its own keeps Qt's warning about a missing one off stderr.
     static const qxtest::TempDir runtime;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
-    QProcess p;
-    p.setProcessEnvironment(env);
-    p.start(QStringLiteral(QXTOOL_PROGRAM), QStringList{QStringLiteral("ini")} + args);
-    p.waitForFinished(60000);
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-            QString::fromUtf8(p.readAllStandardError())};
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+    const qxtest::ToolResult r = qxtest::runQxtool(QStringList{QStringLiteral("ini")} + args);
+    return {r.exitCode, r.out, r.err};
 }
 
 } // namespace
