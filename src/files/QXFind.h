@@ -8,8 +8,6 @@
 #include <QString>
 #include <functional>
 
-// A plain notification with its sender.
-using TNotifyEvent = std::function<void(QObject* Sender)>;
 // Progress of a search: the directory being searched and the running counts.
 using ChangeEvent =
     std::function<void(QObject* Sender, const QString& Path, int DirCount, int FileCount)>;

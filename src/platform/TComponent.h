@@ -9,12 +9,16 @@
 #include <QObject>
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 enum TComponentStateFlag { csLoading, csReading, csWriting, csDestroying, csDesigning };
 using TComponentState = TSet<TComponentStateFlag>;
 enum TOperation { opInsert, opRemove };
 enum TAlign { alNone, alTop, alBottom, alLeft, alRight, alClient };
+
+// An event handler that only learns who sent it.
+using TNotifyEvent = std::function<void(QObject* Sender)>;
 
 // What components and controls share beside their Qt base: the component state, the loading
 // phase ending in Loaded(), and notifications about referenced components going away.

@@ -32,6 +32,14 @@ QXT_EXPORT QDateTime qxtFileDateTime(const QString& FileName);
 
 // ---- Well-known folders --------------------------------------------------------------------
 
+// The configuration directory ($XDG_CONFIG_HOME, else ~/.config/), where bare INI file names
+// live; ends in "/".
+QXT_EXPORT QString qxtWinDir();
+// The system library directory "/usr/lib/".
+QXT_EXPORT QString qxtSysDir();
+// The directory for temporary files, ending in "/".
+QXT_EXPORT QString qxtTMPDir();
+
 // The folder of a shell folder number (CSIDL) as a terminated path, through its XDG twin:
 // 0 and 16 desktop, 2 and 11 the applications menu, 5 documents, 7 autostart, 13 music,
 // 14 videos, 20 fonts, 26 data (~/.local/share), 32 cache, 39 pictures, 40 home. A number

@@ -1,0 +1,36 @@
+// Writes into an INI file from a separate process, for the tests of concurrent writers.
+//   qx_ini_writer keys FILE PREFIX COUNT   writes PREFIX0..PREFIX<COUNT-1> in section [Data]
+//   qx_ini_writer versions FILE            rewrites key "payload" of [Data] until killed; each
+//                                          version is "N:" followed by 100000 copies of one
+//                                          letter, printing "started" after the first
+#include "TIniFile.h"
+
+#include <QString>
+#include <cstdio>
+#include <cstring>
+
+int main(int argc, char** argv) {
+    if (argc == 5 && std::strcmp(argv[1], "keys") == 0) {
+        TIniFile ini(QString::fromLocal8Bit(argv[2]));
+        const QString prefix = QString::fromLocal8Bit(argv[3]);
+        const int count = std::atoi(argv[4]);
+        for (int i = 0; i < count; ++i)
+            ini.WriteString(QStringLiteral("Data"), prefix + QString::number(i),
+                            QStringLiteral("value %1 of %2").arg(i).arg(prefix));
+        return 0;
+    }
+    if (argc == 3 && std::strcmp(argv[1], "versions") == 0) {
+        TIniFile ini(QString::fromLocal8Bit(argv[2]));
+        for (int n = 1;; ++n) {
+            const QChar letter(u'a' + n % 26);
+            ini.WriteString(QStringLiteral("Data"), QStringLiteral("payload"),
+                            QString::number(n) + QLatin1Char(':') + QString(100000, letter));
+            if (n == 1) {
+                std::puts("started");
+                std::fflush(stdout);
+            }
+        }
+    }
+    std::fputs("usage: qx_ini_writer keys FILE PREFIX COUNT | versions FILE\n", stderr);
+    return 2;
+}
