@@ -79,9 +79,24 @@ const qxtool::Command findCommand{
         return 0;
     }};
 
+const qxtool::Command winstartCommand{
+    QStringLiteral("winstart"), QStringLiteral("winstart"),
+    QStringLiteral("replace the files waiting in WININIT.INI [rename]"),
+    [](const QStringList& args) {
+        if (!args.isEmpty())
+            return qxtool::usageError(winstartCommand);
+        QStringList failed;
+        const int done = qxtProcessPendingRenames(&failed);
+        for (const QString& f : failed)
+            qxtool::err() << "Failed: " << f << '\n';
+        qxtool::out() << "Replaced: " << done << '\n' << "Pending: " << failed.size() << Qt::endl;
+        return failed.isEmpty() ? 0 : 1;
+    }};
+
 } // namespace
 
 QXTOOL_COMMAND(matchCommand)
 QXTOOL_COMMAND(nextnameCommand)
 QXTOOL_COMMAND(killpathCommand)
 QXTOOL_COMMAND(findCommand)
+QXTOOL_COMMAND(winstartCommand)

@@ -13,6 +13,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 // ---- Search entries and files --------------------------------------------------------------
@@ -74,6 +75,17 @@ QXT_EXPORT bool qxtCopyDir(QString Source, QString Dest);
 // processed all the same; a drive root is emptied and kept. Failures are shown and make the
 // result false; the work goes on after them.
 QXT_EXPORT bool qxtKillPath(const QString& Path);
+// Replaces DestDir/FileName at the next login: copies SourceDir/FileName to DestDir/NAME.NEW
+// (NAME being FileName's name without directory and extension) and records the rename in
+// section "rename" of WININIT.INI in qxtWinDir() (key: the file to replace, value: the .NEW
+// file). A run-once autostart entry calls "qxtool winstart" at the next login, which carries
+// the renames out through qxtProcessPendingRenames. False when the copy fails.
+QXT_EXPORT bool qxtInstallFileOnWinStart(const QString& SourceDir, const QString& DestDir,
+                                         const QString& FileName);
+// Carries out the renames qxtInstallFileOnWinStart recorded: each value replaces its key's file
+// (a key "NUL" deletes the value's file). Done entries leave the section, failed ones stay for
+// the next run; the names of the failed keys come back in Failed. Returns how many were done.
+QXT_EXPORT int qxtProcessPendingRenames(QStringList* Failed = nullptr);
 // Copies Source to Dest, expanding a file compressed with the SZDD method of COMPRESS.EXE and
 // copying any other file as it is, under the hourglass cursor. Returns the size of Dest; raises
 // Exception "Error using LZCopy" when reading, expanding or writing fails.
