@@ -321,21 +321,30 @@ bool TIniFile::ValueExists(const QString& Section, const QString& Ident) const {
     return findKey(data, Name(Section), Name(Ident), line);
 }
 
-void TIniFile::ReadSection(const QString& Section, TStrings* Strings) const {
-    const QByteArray data = readFile(m_fileName);
-    QStringList names;
+namespace {
+
+// Each key of a section once (its first occurrence), as "name" or "name=value".
+QStringList uniqueKeys(QByteArrayView data, const QString& section, bool withValues) {
+    QStringList out;
     QSet<QString> seen;
-    forSection(data, Name(Section), [&](const Line& line) {
+    forSection(data, Name(section), [&](const Line& line) {
         if (line.kind == LineKind::Key) {
             const QString name = QString::fromUtf8(line.name);
             if (!seen.contains(name.toCaseFolded())) {
                 seen.insert(name.toCaseFolded());
-                names.append(name);
+                out.append(withValues ? name + QLatin1Char('=') + QString::fromUtf8(line.value)
+                                      : name);
             }
         }
         return true;
     });
-    Strings->SetStringList(names);
+    return out;
+}
+
+} // namespace
+
+void TIniFile::ReadSection(const QString& Section, TStrings* Strings) const {
+    Strings->SetStringList(uniqueKeys(readFile(m_fileName), Section, false));
 }
 
 void TIniFile::ReadSections(TStrings* Strings) const {
@@ -357,20 +366,7 @@ void TIniFile::ReadSections(TStrings* Strings) const {
 }
 
 void TIniFile::ReadSectionValues(const QString& Section, TStrings* Strings) const {
-    const QByteArray data = readFile(m_fileName);
-    QStringList lines;
-    QSet<QString> seen;
-    forSection(data, Name(Section), [&](const Line& line) {
-        if (line.kind == LineKind::Key) {
-            const QString name = QString::fromUtf8(line.name);
-            if (!seen.contains(name.toCaseFolded())) {
-                seen.insert(name.toCaseFolded());
-                lines.append(name + QLatin1Char('=') + QString::fromUtf8(line.value));
-            }
-        }
-        return true;
-    });
-    Strings->SetStringList(lines);
+    Strings->SetStringList(uniqueKeys(readFile(m_fileName), Section, true));
 }
 
 bool TIniFile::SectionExists(const QString& Section) const {
