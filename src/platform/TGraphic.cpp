@@ -9,6 +9,8 @@
 #include <QImageReader>
 #include <QImageWriter>
 #include <QPainter>
+#include <QtEndian>
+#include <cstdlib>
 
 TGraphic::TGraphic() = default;
 
@@ -248,10 +250,34 @@ void TBitmap::Assign(TPersistent* source) {
     TGraphic::Assign(source);
 }
 
+namespace {
+
+// False for an uncompressed BMP whose pixel rows end before its stated height: Qt would leave
+// the missing rows uninitialised.
+bool pixelsComplete(const QByteArray& bmp) {
+    constexpr qsizetype infoEnd = 14 + 40;
+    if (bmp.size() < infoEnd)
+        return true;
+    const auto* b = reinterpret_cast<const uchar*>(bmp.constData());
+    const quint32 infoSize = qFromLittleEndian<quint32>(b + 14);
+    const quint32 compression = qFromLittleEndian<quint32>(b + 30);
+    if (infoSize < 40 || (compression != 0 && compression != 3))
+        return true;
+    const qint64 width = qFromLittleEndian<qint32>(b + 18);
+    const qint64 height = qFromLittleEndian<qint32>(b + 22);
+    const qint64 bitCount = qFromLittleEndian<quint16>(b + 28);
+    const qint64 stride = (std::abs(width) * bitCount + 31) / 32 * 4;
+    const qint64 offset = qFromLittleEndian<quint32>(b + 10);
+    return offset + stride * std::abs(height) <= bmp.size();
+}
+
+} // namespace
+
 void TBitmap::LoadFromStream(TStream& stream) {
     const QByteArray bytes = stream.read(stream.size() - stream.pos());
     QImage img;
-    if (bytes.size() < 2 || bytes[0] != 'B' || bytes[1] != 'M' || !img.loadFromData(bytes, "BMP"))
+    if (bytes.size() < 2 || bytes[0] != 'B' || bytes[1] != 'M' || !pixelsComplete(bytes) ||
+        !img.loadFromData(bytes, "BMP"))
         throw EInvalidGraphic(QStringLiteral("Bitmap image is not valid"));
     SetImage(img);
 }

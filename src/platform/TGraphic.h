@@ -55,6 +55,9 @@ public:
 
     bool Modified() const { return m_modified; }
     void SetModified(bool value) { m_modified = value; }
+    // Set when the graphic's palette changed, so that a picture realises it again.
+    bool PaletteModified() const { return m_paletteModified; }
+    void SetPaletteModified(bool value) { m_paletteModified = value; }
     // Called by Changed; a picture uses it to repaint its control.
     std::function<void(TGraphic*)> OnChange;
 
@@ -64,6 +67,7 @@ protected:
 private:
     bool m_transparent = false;
     bool m_modified = false;
+    bool m_paletteModified = false;
 };
 
 enum TPixelFormat { pfDevice, pf1bit, pf4bit, pf8bit, pf15bit, pf16bit, pf24bit, pf32bit };
@@ -87,7 +91,8 @@ public:
     HPALETTE Palette() const override { return m_palette; }
     void SetPalette(HPALETTE value) override { m_palette = value; }
     void Assign(TPersistent* source) override;
-    // Reads a BMP stream; raises EInvalidGraphic "Bitmap image is not valid" otherwise.
+    // Reads a BMP stream; raises EInvalidGraphic "Bitmap image is not valid" otherwise, also
+    // when the pixel rows stop short of the height the header states.
     void LoadFromStream(TStream& stream) override;
     void SaveToStream(TStream& stream) override;
     void LoadFromClipboardFormat(std::uint16_t format, const QImage& data,

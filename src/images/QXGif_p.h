@@ -1,0 +1,134 @@
+#pragma once
+
+#include "QXGif.h"
+
+#include <QByteArray>
+#include <QString>
+#include <bitset>
+#include <cstdint>
+#include <vector>
+
+// The decoder state of one TGIFImage. It reads the in-memory copy of a GIF file the way the
+// file is laid out: header, screen descriptor, global colour table, extensions, then the
+// first image, whose LZW data becomes an 8-bit BMP file in BitmapStream.
+//
+// Reads from the copy never fail: a read past its end copies what is there and leaves the
+// rest of the target unchanged, so a truncated file decodes on with the bytes it had.
+class GifDecoder {
+public:
+    // Raises EGifException with ErrName[code].
+    [[noreturn]] static void Error(int code);
+    // Raises EGifException for an image whose rows do not fit the line buffer.
+    [[noreturn]] static void TooWide();
+
+    // Reads the header and the screen descriptor at the start of file (Error 2 unless the file
+    // starts with "GIF"); returns the logical screen width and height.
+    void ReadScreen(const QByteArray& file, std::int32_t& width, std::int32_t& height);
+    // Walks file up to and including the first image; appends one delay per graphic-control
+    // extension. Returns true when an image was decoded into BitmapStream.
+    bool ParseMem(const QByteArray& file, std::vector<TDelay>& delays);
+
+    // --- state kept between calls, as the object's fields ---
+    std::uint8_t Header[6] = {};
+    std::uint8_t ScreenDescriptor[7] = {};
+    std::uint16_t ColourCount = 0;
+    std::uint8_t GlobalColourTable[256 * 3] = {};
+    std::uint8_t LocalColourTable[256 * 3] = {};
+    std::uint8_t BlockType = 0;
+    std::uint8_t ImageDescriptor[9] = {};
+    bool UseLocalColourTable = false;
+    bool Interlaced = false;
+    std::uint8_t Pass = 0;
+    std::uint8_t BitmapInfo[40] = {};
+    QByteArray BitmapStream;
+    std::uint16_t HighestRootCode = 0;
+    std::uint8_t DecodeStack[4096] = {};
+    // Prefix code and last pixel of each table entry. Every prefix is below 4096, and a pixel
+    // is a byte (a root code above 255 is output as its low byte), so narrower types than
+    // the code width serve and keep the table in the first-level cache.
+    std::uint16_t Prefix[4096] = {};
+    std::uint8_t Suffix[4096] = {};
+    std::uint8_t InitialCodeSize = 0;
+    std::int32_t CodeSize = 0;
+    std::uint32_t ClearCode = 0;
+    std::uint32_t EndCode = 0;
+    std::int32_t BitsLeft = 0;
+    std::int32_t BytesLeft = 0;
+    std::int32_t Row = 0;
+    std::uint16_t FreeCode = 0;
+    std::uint16_t MaxCode = 0;
+    std::uint8_t LineBuffer[2049] = {};
+    std::uint8_t CurrentByte = 0;
+    std::int32_t BlockIndex = 0;
+    std::uint8_t SubBlock[256] = {};
+    QString Comment;
+
+private:
+    // Copies up to count bytes from the current position; returns how many there were.
+    int Read(void* target, int count);
+    void ReadExtensionBlock(std::vector<TDelay>& delays);
+    void ReadImageBlock();
+    void ReadSubBlock();
+    void InitCompressionStream();
+    std::uint16_t NextCode();
+    void Decode();
+    void CreateLine();
+    void CreateBitHeader();
+    void WriteBitmapToStream();
+
+    // Copies the complete data sub-blocks ahead into m_packed for the fast code reader.
+    void PackSubBlocks();
+    // Hands the reading over from m_packed to NextCode after bitPos bits were consumed.
+    void LeavePacked(std::size_t bitPos);
+    // Marks that NextCode met the end of the copy: from now on it re-reads the last
+    // sub-block for ever, which the loop checks below turn into Error(6).
+    void NoteStaleRead();
+    void NoteStaleClear();
+    // Writes n pixels in order to the rows of the image.
+    void Emit(const std::uint8_t* pixels, int n);
+    // The slot of a row number from 0 to height.
+    std::uint8_t* Slot(std::int32_t row);
+    // The row the next pixels go to: its slot in the line store when it is written the first
+    // time, otherwise LineBuffer.
+    void SelectRow();
+
+    const std::uint8_t* m_file = nullptr;
+    qsizetype m_size = 0;
+    qsizetype m_pos = 0;
+
+    // Image geometry of the current image.
+    int m_width = 0;
+    int m_height = 0;
+    int m_stride = 0;
+
+    // The line store: one slot of m_stride bytes per row number 0 to height. Rows height - 1
+    // down to 0 lie in m_lines as the BMP file lays them out, behind room for its headers, so
+    // that a complete image becomes the file in place; row height (data past the last row)
+    // has a slot of its own. m_done marks the rows completed, the last completion winning.
+    QByteArray m_lines;
+    std::vector<std::uint8_t> m_rowHeight;
+    std::vector<std::uint8_t> m_done;
+    std::uint8_t* m_rowPtr = nullptr;
+    bool m_rowInSlot = false;
+    int m_x = 0;
+    int m_remaining = 0;
+
+    // Fast reading of the data sub-blocks that are complete in the copy.
+    std::vector<std::uint8_t> m_packed;
+    struct PackedBlock {
+        std::size_t start; // offset of its data in m_packed
+        int length;
+        qsizetype end; // position in the copy after its data
+    };
+    std::vector<PackedBlock> m_blocks;
+    qsizetype m_dataStart = 0;
+
+    // Length and first pixel of each table entry since the last clear code.
+    std::uint16_t m_length[4096] = {};
+    std::uint8_t m_first[4096] = {};
+
+    // The end of the copy was reached while reading codes.
+    bool m_stale = false;
+    int m_staleCodes = 0;
+    std::bitset<257 * 8> m_staleClears;
+};
