@@ -262,6 +262,21 @@ TEST(GifDecoder, BadCodes) {
     EXPECT_EQ(decodeError(withData(8, 5, cut)), "No data");
 }
 
+TEST(GifDecoder, CodeSplitAcrossACutSubBlock) {
+    // Nine 9-bit codes take 81 bits: the end code's first 8 bits close a complete 10-byte
+    // sub-block and its last bit lies in a sub-block that claims 4 bytes but has only 1.
+    std::vector<Code> codes{{256, 9}};
+    for (std::uint32_t p : {10, 20, 30, 40, 50, 60, 70})
+        codes.push_back({p, 9});
+    codes.push_back({257, 9});
+    const QByteArray packed = packCodes(codes, 10);
+    ASSERT_EQ(packed.size(), 1 + 10 + 1 + 1 + 1);
+    QByteArray data = QByteArray(1, char(8)) + packed.left(11) + char(4) + packed.mid(12, 1);
+    auto gif = load(withData(7, 1, data).chopped(1));
+    gif->GetBitmap();
+    expectPixels(*gif, {10, 20, 30, 40, 50, 60, 70}, 7, 1);
+}
+
 TEST(GifDecoder, WidthLimit) {
     const auto row = randomPixels(2049, 256, 9);
     auto gif = load(simpleGif(2049, 1, row));
@@ -343,6 +358,11 @@ TEST(GifDecoder, TruncatedFiles) {
     const QByteArray loop = imageData(2, {Code{4, 3}, Code{0, 3}, Code{1, 3}, Code{4, 3},
                                           Code{0, 3}, Code{1, 3}, Code{4, 3}, Code{0, 3}});
     EXPECT_EQ(decodeError(withData(2, 2, loop.left(loop.size() - 1)).chopped(1)), "Unexpected EOF");
+    // A sub-block cut short keeps the bytes that earlier, longer sub-blocks left behind it:
+    // with 8-bit codes, 6 bytes "clear 1 2 3 clear 4", then "5 6 7", then a block of 6
+    // whose data is missing reads "5 6 7 3 clear 4" and then again for ever.
+    const QByteArray mixed = QByteArray("\x07\x06\x80\x01\x02\x03\x80\x04\x03\x05\x06\x07\x06", 14);
+    EXPECT_EQ(decodeError(withData(9, 9, mixed).chopped(1)), "Unexpected EOF");
     const QByteArray noClear = imageData(8, std::vector<std::uint8_t>(600, 1));
     const QString error = decodeError(withData(30, 30, noClear.left(8)).chopped(1));
     EXPECT_FALSE(error.isEmpty());
