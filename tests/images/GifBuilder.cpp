@@ -213,8 +213,8 @@ Bmp readBmp(const QByteArray& bytes) {
     bmp.width = std::int32_t(le32(bytes, 18));
     bmp.height = std::int32_t(le32(bytes, 22));
     for (int i = 0; i < 256; ++i) {
-        const std::uint32_t bgr0 = le32(bytes, 54 + i * 4);
-        bmp.palette[i] = (bgr0 & 0xFF) << 16 | (bgr0 & 0xFF00) | ((bgr0 >> 16) & 0xFF);
+        // Stored blue, green, red, 0: read little-endian that is 0x00RRGGBB.
+        bmp.palette[i] = le32(bytes, 54 + i * 4) & 0xFFFFFF;
     }
     return bmp;
 }

@@ -141,7 +141,9 @@ TEST(GifDecoder, LocalColourTableAndUnusedEntries) {
     EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 255));
     EXPECT_EQ(image.pixel(1, 0), qRgb(255, 0, 0));
     const Bmp bmp = readBmp(gif->BitmapStream());
+    EXPECT_EQ(bmp.palette[0], 0xFF0000u);
     EXPECT_EQ(bmp.palette[1], 0x00FF00u);
+    EXPECT_EQ(bmp.palette[2], 0x0000FFu);
     EXPECT_EQ(bmp.palette[3], 0u);
     EXPECT_EQ(bmp.palette[4], 0u);
     EXPECT_EQ(bmp.palette[255], 0u);
