@@ -185,49 +185,75 @@ std::uint16_t GifDecoder::NextCode() {
     return static_cast<std::uint16_t>(code & CodeMask[CodeSize]);
 }
 
-void GifDecoder::PackSubBlocks() {
-    m_packed.clear();
-    m_blocks.clear();
-    m_dataStart = m_pos;
-    qsizetype pos = m_pos;
-    while (pos < m_size) {
-        const int length = m_file[pos];
-        if (length == 0 || pos + 1 + length > m_size)
-            break;
-        m_blocks.push_back({m_packed.size(), length, pos + 1 + length});
-        m_packed.insert(m_packed.end(), m_file + pos + 1, m_file + pos + 1 + length);
-        pos += 1 + length;
+void GifDecoder::Refill(BitSource& source) {
+    if (source.blockEnd - source.in >= 8) {
+        // Bits above bitCount already hold the next bytes, so or-ing them again is harmless.
+        source.bits |= qFromLittleEndian<std::uint64_t>(source.in) << source.bitCount;
+        const int taken = (63 - source.bitCount) >> 3;
+        source.in += taken;
+        source.bitCount += taken * 8;
+        return;
+    }
+    const std::uint8_t* const end = m_file + m_size;
+    while (source.bitCount <= 56) {
+        if (source.in == source.blockEnd) {
+            if (source.in == end)
+                return;
+            const int length = *source.in;
+            if (length == 0 || end - source.in <= length)
+                return;
+            source.bytesBefore += std::uint64_t(source.blockEnd - source.blockStart);
+            source.blockStart = source.in + 1;
+            source.blockEnd = source.blockStart + length;
+            source.in = source.blockStart;
+        }
+        source.bits |= std::uint64_t(*source.in++) << source.bitCount;
+        source.bitCount += 8;
     }
 }
 
-void GifDecoder::LeavePacked(std::size_t bitPos) {
-    if (bitPos == 0) {
-        m_pos = m_dataStart;
-        return;
-    }
-    // The byte-by-byte reader has loaded every byte that holds a consumed bit.
-    const std::size_t loaded = (bitPos + 7) / 8;
-    const std::size_t last = loaded - 1;
-    std::size_t b = m_blocks.size() - 1;
-    while (m_blocks[b].start > last)
-        --b;
-    const PackedBlock& block = m_blocks[b];
-    BitsLeft = static_cast<std::int32_t>(loaded * 8 - bitPos);
-    CurrentByte = m_packed[last];
-    BlockIndex = static_cast<std::int32_t>(last - block.start) + 2;
-    BytesLeft = block.length - static_cast<std::int32_t>(last - block.start) - 1;
-    m_pos = block.end;
-    // SubBlock holds what the reader left there: each byte from the latest sub-block that
-    // reached it.
-    SubBlock[0] = static_cast<std::uint8_t>(block.length);
-    int filled = 0;
-    for (std::size_t i = b + 1; i-- > 0 && filled < 255;) {
-        const PackedBlock& older = m_blocks[i];
-        if (older.length > filled) {
-            std::memcpy(&SubBlock[1 + filled], &m_packed[older.start + std::size_t(filled)],
-                        std::size_t(older.length - filled));
-            filled = older.length;
+std::uint32_t GifDecoder::ReadCode(BitSource& source) {
+    if (source.active) {
+        if (source.bitCount < CodeSize)
+            Refill(source);
+        if (source.bitCount >= CodeSize) {
+            const auto code = static_cast<std::uint32_t>(source.bits & CodeMask[CodeSize]);
+            source.bits >>= CodeSize;
+            source.bitCount -= CodeSize;
+            return code;
         }
+        source.active = false;
+        const std::uint64_t loaded =
+            source.bytesBefore + std::uint64_t(source.in - source.blockStart);
+        HandOver(loaded * 8 - std::uint64_t(source.bitCount));
+    }
+    const std::uint32_t code = NextCode();
+    if (m_stale && ++m_staleCodes > kStaleCodeLimit)
+        Error(6);
+    return code;
+}
+
+void GifDecoder::HandOver(std::uint64_t bits) {
+    m_pos = m_dataStart;
+    if (bits == 0)
+        return;
+    // The byte-by-byte reader has loaded every byte that holds a consumed bit, one complete
+    // sub-block after the other, each copied over the start of SubBlock.
+    const std::uint64_t loaded = (bits + 7) / 8;
+    std::uint64_t before = 0;
+    for (;;) {
+        const int length = m_file[m_pos];
+        std::memcpy(SubBlock, m_file + m_pos, std::size_t(length) + 1);
+        m_pos += 1 + length;
+        if (before + std::uint64_t(length) >= loaded) {
+            const int last = int(loaded - 1 - before);
+            CurrentByte = SubBlock[last + 1];
+            BitsLeft = static_cast<std::int32_t>(loaded * 8 - bits);
+            BlockIndex = last + 2;
+            BytesLeft = length - last - 1;
+            return;
+        }
+        before += std::uint64_t(length);
     }
 }
 
@@ -262,6 +288,7 @@ void GifDecoder::CreateLine() {
     } else if (Row >= 0 && Row <= m_height) {
         // A row met again (interlaced data running past its last pass) replaces its record.
         std::memcpy(Slot(Row), LineBuffer, std::size_t(m_width));
+        std::fill(std::begin(m_where), std::end(m_where), kNowhere);
     }
     // Row numbers wrap as 32-bit values and the pass as a byte.
     std::uint32_t row = std::uint32_t(Row) + 1;
@@ -305,7 +332,8 @@ void GifDecoder::Decode() {
     const std::uint32_t highestRoot = HighestRootCode;
     for (std::uint32_t root = 0; root <= highestRoot; ++root) {
         m_length[root] = 1;
-        m_first[root] = static_cast<std::uint8_t>(root);
+        m_head[root] = root & 0xFF;
+        m_where[root] = kNowhere;
     }
     m_stale = false;
     m_staleCodes = 0;
@@ -313,125 +341,45 @@ void GifDecoder::Decode() {
     m_x = 0;
     m_remaining = m_width;
     SelectRow();
-
-    // Codes come from the complete sub-blocks copied into m_packed, 64 bits at a time, and
-    // from NextCode once those are used up.
-    PackSubBlocks();
-    const std::size_t packedSize = m_packed.size();
-    m_packed.resize(packedSize + 8, 0);
-    const std::uint8_t* const packedBegin = m_packed.data();
-    const std::uint8_t* in = packedBegin;
-    const std::uint8_t* const packedEnd = packedBegin + packedSize;
-    std::uint64_t bits = 0;
-    int bitCount = 0;
-    bool fromPacked = true;
-
-    // The table state lives in locals while decoding and goes back to the fields on any exit,
-    // since the next decode of this object starts from it.
-    struct TableState {
-        GifDecoder& d;
-        std::uint32_t freeCode, maxCode;
-        int codeSize;
-        ~TableState() {
-            d.FreeCode = static_cast<std::uint16_t>(freeCode);
-            d.MaxCode = static_cast<std::uint16_t>(maxCode);
-            d.CodeSize = codeSize;
-        }
-    } t{*this, FreeCode, MaxCode, CodeSize};
-
-    auto nextCode = [&]() -> std::uint32_t {
-        if (fromPacked) {
-            if (bitCount < t.codeSize) {
-                if (packedEnd - in >= 8) {
-                    // Bits above bitCount already hold the next bytes, so or-ing them is safe.
-                    bits |= qFromLittleEndian<std::uint64_t>(in) << bitCount;
-                    const int taken = (63 - bitCount) >> 3;
-                    in += taken;
-                    bitCount += taken * 8;
-                } else {
-                    while (in < packedEnd && bitCount <= 56) {
-                        bits |= std::uint64_t(*in++) << bitCount;
-                        bitCount += 8;
-                    }
-                }
-            }
-            if (bitCount >= t.codeSize) {
-                const auto code = static_cast<std::uint32_t>(bits & CodeMask[t.codeSize]);
-                bits >>= t.codeSize;
-                bitCount -= t.codeSize;
-                return code;
-            }
-            fromPacked = false;
-            LeavePacked(std::size_t(in - packedBegin) * 8 - std::size_t(bitCount));
-        }
-        CodeSize = t.codeSize;
-        const std::uint32_t code = NextCode();
-        if (m_stale && ++m_staleCodes > kStaleCodeLimit)
-            Error(6);
-        return code;
-    };
+    m_dataStart = m_pos;
+    const std::uint8_t* const data = m_file + m_pos;
+    BitSource source{data, data, data, 0, 0, 0, true};
 
     // Until the first clear code the table holds whatever an earlier decode left (a fresh
-    // object: FreeCode 0), so codes follow the table rules literally. After a clear code
-    // every reachable entry is this image's own, and its length and first pixel are known.
+    // object: FreeCode 0), and codes follow the table rules step by step. After a clear code
+    // every reachable entry is this image's own; while the codes come from complete
+    // sub-blocks, the loop further down decodes them with each entry's length and first
+    // pixel at hand.
     bool cleared = false;
     bool tableFull = false;
+    bool pending = false;
     std::uint32_t oldCode = 0;
-    std::uint32_t code = nextCode();
-    while (code != endCode) {
+    std::uint32_t code = 0;
+    for (;;) {
+        if (!pending) {
+            code = ReadCode(source);
+            if (tableFull && code != clearCode)
+                Error(9);
+            tableFull = false;
+        }
+        pending = false;
+        if (code == endCode)
+            break;
         if (code == clearCode) {
             NoteStaleClear();
-            t.codeSize = InitialCodeSize + 1;
-            t.freeCode = endCode + 1;
-            t.maxCode = 1u << t.codeSize;
-            while ((code = nextCode()) == clearCode)
+            CodeSize = InitialCodeSize + 1;
+            FreeCode = static_cast<std::uint16_t>(endCode + 1);
+            MaxCode = static_cast<std::uint16_t>(1u << CodeSize);
+            while ((code = ReadCode(source)) == clearCode)
                 NoteStaleClear();
             if (code == endCode)
                 Error(8);
-            if (code >= t.freeCode)
+            if (code >= FreeCode)
                 code = 0;
             oldCode = code;
             cleared = true;
             const auto pixel = static_cast<std::uint8_t>(code);
             Emit(&pixel, 1);
-        } else if (cleared) {
-            if (code > t.freeCode)
-                Error(8);
-            // The new entry is the previous string plus the first pixel of this one (which,
-            // for the entry being defined, is the previous string's first pixel).
-            const std::uint32_t entry = t.freeCode++;
-            Prefix[entry] = static_cast<std::uint16_t>(oldCode);
-            Suffix[entry] = code < entry ? m_first[code] : m_first[oldCode];
-            m_length[entry] = static_cast<std::uint16_t>(m_length[oldCode] + 1);
-            m_first[entry] = m_first[oldCode];
-            oldCode = code;
-            if (t.freeCode >= t.maxCode) {
-                if (t.codeSize < kLargestCodeSize) {
-                    t.maxCode = (t.maxCode * 2) & 0xFFFF;
-                    ++t.codeSize;
-                } else {
-                    tableFull = true;
-                }
-            }
-            // The string is written backwards from its last pixel, straight into the row
-            // when it fits there.
-            const int length = m_length[code];
-            std::uint8_t* out = length <= m_remaining ? m_rowPtr + m_x : DecodeStack;
-            std::uint8_t* p = out + length;
-            std::uint32_t c = code;
-            while (c > highestRoot) {
-                *--p = Suffix[c];
-                c = Prefix[c];
-            }
-            *--p = static_cast<std::uint8_t>(c);
-            if (out == DecodeStack) {
-                Emit(DecodeStack, length);
-            } else {
-                m_x += length;
-                m_remaining -= length;
-                if (m_remaining == 0)
-                    CreateLine();
-            }
         } else {
             int sp = 0;
             // A chain longer than the stack cannot come from a table built by these rules.
@@ -446,23 +394,23 @@ void GifDecoder::Decode() {
                 }
                 return c;
             };
-            const bool room = t.freeCode <= t.maxCode && t.freeCode < kTableSize;
-            if (code < t.freeCode) {
+            const bool room = FreeCode <= MaxCode && FreeCode < kTableSize;
+            if (code < FreeCode) {
                 const std::uint32_t root = unwind(code, true);
                 DecodeStack[sp++] = static_cast<std::uint8_t>(root);
                 if (room) {
-                    Suffix[t.freeCode] = static_cast<std::uint8_t>(root);
-                    Prefix[t.freeCode] = static_cast<std::uint16_t>(oldCode);
-                    ++t.freeCode;
+                    Suffix[FreeCode] = static_cast<std::uint8_t>(root);
+                    Prefix[FreeCode] = static_cast<std::uint16_t>(oldCode);
+                    ++FreeCode;
                     oldCode = code;
                 }
-            } else if (code == t.freeCode) {
+            } else if (code == FreeCode) {
                 const std::uint32_t first = unwind(oldCode, false);
                 sp = 0;
                 if (room) {
-                    Suffix[t.freeCode] = static_cast<std::uint8_t>(first);
-                    Prefix[t.freeCode] = static_cast<std::uint16_t>(oldCode);
-                    ++t.freeCode;
+                    Suffix[FreeCode] = static_cast<std::uint8_t>(first);
+                    Prefix[FreeCode] = static_cast<std::uint16_t>(oldCode);
+                    ++FreeCode;
                 }
                 const std::uint32_t root = unwind(code, true);
                 DecodeStack[sp++] = static_cast<std::uint8_t>(root);
@@ -470,10 +418,10 @@ void GifDecoder::Decode() {
             } else {
                 Error(8);
             }
-            if (t.freeCode >= t.maxCode) {
-                if (t.codeSize < kLargestCodeSize) {
-                    t.maxCode = (t.maxCode * 2) & 0xFFFF;
-                    ++t.codeSize;
+            if (FreeCode >= MaxCode) {
+                if (CodeSize < kLargestCodeSize) {
+                    MaxCode = static_cast<std::uint16_t>(MaxCode * 2);
+                    ++CodeSize;
                 } else {
                     tableFull = true;
                 }
@@ -481,10 +429,134 @@ void GifDecoder::Decode() {
             std::reverse(DecodeStack, DecodeStack + sp);
             Emit(DecodeStack, sp);
         }
-        code = nextCode();
-        if (tableFull && code != clearCode)
-            Error(9);
-        tableFull = false;
+        if (!cleared || tableFull || !source.active)
+            continue;
+
+        // The fast loop: the state lives in locals and goes back to the fields when it ends
+        // (at a clear, end or bad code, a full table, or the end of the complete sub-blocks).
+        const std::uint8_t* in = source.in;
+        std::uint64_t bits = source.bits;
+        int bitCount = source.bitCount;
+        std::uint32_t freeCode = FreeCode;
+        std::uint32_t maxCode = MaxCode;
+        int codeSize = CodeSize;
+        std::uint32_t mask = CodeMask[codeSize];
+        std::uint8_t* out = m_rowPtr + m_x;
+        int remaining = m_remaining;
+        std::uint8_t* const lines = reinterpret_cast<std::uint8_t*>(m_lines.data());
+        // Strings in a row of m_lines that is written for the first time stay where they are.
+        bool steady = m_rowInSlot && Row != m_height;
+        std::uint32_t oldWhere = kNowhere;
+        for (;;) {
+            if (bitCount < codeSize) {
+                if (source.blockEnd - in >= 8) {
+                    bits |= qFromLittleEndian<std::uint64_t>(in) << bitCount;
+                    const int taken = (63 - bitCount) >> 3;
+                    in += taken;
+                    bitCount += taken * 8;
+                } else {
+                    source.in = in;
+                    source.bits = bits;
+                    source.bitCount = bitCount;
+                    Refill(source);
+                    in = source.in;
+                    bits = source.bits;
+                    bitCount = source.bitCount;
+                    if (bitCount < codeSize)
+                        break;
+                }
+            }
+            code = static_cast<std::uint32_t>(bits & mask);
+            bits >>= codeSize;
+            bitCount -= codeSize;
+            if (code - clearCode <= 1 || code > freeCode) {
+                pending = true;
+                break;
+            }
+            // The new entry is the previous string plus the first pixel of this one (which,
+            // for the entry being defined, is the previous string's first pixel).
+            const std::uint32_t entry = freeCode++;
+            const std::uint64_t oldHead = m_head[oldCode];
+            const int oldLength = m_length[oldCode];
+            const auto last = static_cast<std::uint8_t>(m_head[code < entry ? code : oldCode]);
+            Prefix[entry] = static_cast<std::uint16_t>(oldCode);
+            Suffix[entry] = last;
+            m_length[entry] = static_cast<std::uint16_t>(oldLength + 1);
+            m_head[entry] =
+                oldLength < 8 ? oldHead | std::uint64_t(last) << (8 * oldLength) : oldHead;
+            // The previous string was followed by this one's first pixel in the same row.
+            m_where[entry] = oldWhere;
+            oldCode = code;
+            if (freeCode >= maxCode) {
+                if (codeSize < kLargestCodeSize) {
+                    maxCode *= 2;
+                    ++codeSize;
+                    mask = CodeMask[codeSize];
+                } else {
+                    tableFull = true;
+                }
+            }
+            const int length = m_length[code];
+            const std::uint32_t here = steady ? std::uint32_t(out - lines) : kNowhere;
+            if (length <= 8 && remaining > 8) {
+                // The row has room for 8 bytes and goes on after the string: the bytes past
+                // it are rewritten by the pixels that follow in the same row.
+                qToLittleEndian(m_head[code], out);
+                out += length;
+                remaining -= length;
+                oldWhere = here;
+            } else {
+                const bool fits = length <= remaining;
+                const std::uint32_t where = m_where[code];
+                if (fits && where != kNowhere) {
+                    // The string was written before: copy it. The entry just defined is the
+                    // previous string, which ends here, plus that string's first pixel.
+                    const std::uint8_t* from = lines + where;
+                    if (code == entry) {
+                        std::memcpy(out, from, std::size_t(length - 1));
+                        out[length - 1] = from[0];
+                    } else {
+                        std::memcpy(out, from, std::size_t(length));
+                    }
+                } else {
+                    // Written backwards from the last pixel, into the row when it fits.
+                    std::uint8_t* p = (fits ? out : DecodeStack) + length;
+                    std::uint32_t c = code;
+                    while (c > highestRoot) {
+                        *--p = Suffix[c];
+                        c = Prefix[c];
+                    }
+                    *--p = static_cast<std::uint8_t>(c);
+                }
+                oldWhere = fits ? here : kNowhere;
+                if (fits) {
+                    out += length;
+                    remaining -= length;
+                }
+                if (!fits || remaining == 0) {
+                    oldWhere = kNowhere;
+                    m_x = int(out - m_rowPtr);
+                    m_remaining = remaining;
+                    if (fits)
+                        CreateLine();
+                    else
+                        Emit(DecodeStack, length);
+                    out = m_rowPtr + m_x;
+                    remaining = m_remaining;
+                    steady = m_rowInSlot && Row != m_height;
+                }
+            }
+            if (tableFull)
+                break;
+        }
+        source.in = in;
+        source.bits = bits;
+        source.bitCount = bitCount;
+        FreeCode = static_cast<std::uint16_t>(freeCode);
+        MaxCode = static_cast<std::uint16_t>(maxCode);
+        CodeSize = codeSize;
+        m_x = int(out - m_rowPtr);
+        m_remaining = remaining;
     }
 }
 

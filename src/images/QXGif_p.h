@@ -76,13 +76,26 @@ private:
     void CreateBitHeader();
     void WriteBitmapToStream();
 
-    // Copies the complete data sub-blocks ahead into m_packed for the fast code reader.
-    void PackSubBlocks();
-    // Hands the reading over from m_packed to NextCode after bitPos bits were consumed.
-    void LeavePacked(std::size_t bitPos);
-    // Marks that NextCode met the end of the copy: from now on it re-reads the last
-    // sub-block for ever, which the loop checks below turn into Error(6).
-    void NoteStaleRead();
+    // Reads codes straight from the complete data sub-blocks of the copy, 64 bits at a time;
+    // once a code needs bytes that are not there, NextCode takes over.
+    struct BitSource {
+        const std::uint8_t* in;         // next byte to load
+        const std::uint8_t* blockStart; // the current sub-block's data
+        const std::uint8_t* blockEnd;
+        std::uint64_t bytesBefore; // data bytes of the sub-blocks before the current one
+        std::uint64_t bits;        // loaded bits not yet used, lowest first
+        int bitCount;
+        bool active;
+    };
+    // The next code at CodeSize bits, from the source while it has enough bits.
+    std::uint32_t ReadCode(BitSource& source);
+    // Loads at least 57 bits, or all that the complete sub-blocks still hold.
+    void Refill(BitSource& source);
+    // Leaves NextCode in the state its byte-by-byte reading would have reached after bits
+    // consumed bits of the data.
+    void HandOver(std::uint64_t bits);
+    // Once NextCode has met the end of the copy it re-reads the last sub-block for ever:
+    // raises Error(6) when a clear code comes round at a place it was read before.
     void NoteStaleClear();
     // Writes n pixels in order to the rows of the image.
     void Emit(const std::uint8_t* pixels, int n);
@@ -113,19 +126,17 @@ private:
     int m_x = 0;
     int m_remaining = 0;
 
-    // Fast reading of the data sub-blocks that are complete in the copy.
-    std::vector<std::uint8_t> m_packed;
-    struct PackedBlock {
-        std::size_t start; // offset of its data in m_packed
-        int length;
-        qsizetype end; // position in the copy after its data
-    };
-    std::vector<PackedBlock> m_blocks;
+    // Where the image data's first sub-block starts.
     qsizetype m_dataStart = 0;
 
-    // Length and first pixel of each table entry since the last clear code.
+    // Length and first pixels of each table entry since the last clear code.
     std::uint16_t m_length[4096] = {};
-    std::uint8_t m_first[4096] = {};
+    // The first pixels of each entry's string, up to 8, lowest byte first.
+    std::uint64_t m_head[4096] = {};
+    // Where in m_lines each entry's string was written in one piece, or kNowhere. A row
+    // written a second time makes every such place unreliable.
+    static constexpr std::uint32_t kNowhere = 0xFFFFFFFF;
+    std::uint32_t m_where[4096] = {};
 
     // The end of the copy was reached while reading codes.
     bool m_stale = false;

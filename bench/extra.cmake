@@ -1,0 +1,3 @@
+# bench_gif compares the GIF decoder with giflib.
+find_package(GIF REQUIRED)
+target_link_libraries(bench_gif PRIVATE GIF::GIF)
