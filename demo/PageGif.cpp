@@ -1,0 +1,215 @@
+// The GIF picture: a file loaded through TPicture by its extension and drawn stretched.
+#include "DemoPage.h"
+#include "Dialogs.h"
+#include "QXGif.h"
+#include "TPicture.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QVBoxLayout>
+
+namespace {
+
+// Writes an 8-bit image as a GIF with uncompressed LZW data: every pixel is a root code,
+// with a clear code before the table would need wider codes.
+QByteArray writeGif(const QImage& indexed, const QByteArray& comment) {
+    QByteArray out("GIF89a");
+    auto put16 = [&](int v) {
+        out.append(char(v & 0xFF));
+        out.append(char(v >> 8));
+    };
+    put16(indexed.width());
+    put16(indexed.height());
+    out.append(char(0xF7)); // global table of 256 entries
+    out.append(2, '\0');
+    for (int i = 0; i < 256; ++i) {
+        const QRgb c = i < indexed.colorCount() ? indexed.color(i) : 0;
+        out.append(char(qRed(c)));
+        out.append(char(qGreen(c)));
+        out.append(char(qBlue(c)));
+    }
+    out.append(QByteArray("\x21\xF9\x04\x00\x07\x00\x00\x00", 8)); // 70 ms
+    out.append("\x21\xFE");
+    out.append(char(comment.size()));
+    out.append(comment);
+    out.append('\0');
+    out.append(',');
+    put16(0);
+    put16(0);
+    put16(indexed.width());
+    put16(indexed.height());
+    out.append('\0');
+    out.append(char(8));
+    QByteArray data;
+    quint32 acc = 0;
+    int bits = 0;
+    auto code = [&](quint32 c) {
+        acc |= c << bits;
+        for (bits += 9; bits >= 8; bits -= 8, acc >>= 8)
+            data.append(char(acc & 0xFF));
+    };
+    int run = 254;
+    for (int y = 0; y < indexed.height(); ++y)
+        for (int x = 0; x < indexed.width(); ++x) {
+            if (run == 254) {
+                code(256);
+                run = 0;
+            }
+            code(indexed.pixelIndex(x, y));
+            ++run;
+        }
+    code(257);
+    if (bits > 0)
+        data.append(char(acc & 0xFF));
+    for (qsizetype at = 0; at < data.size(); at += 255) {
+        const QByteArray block = data.mid(at, 255);
+        out.append(char(block.size()));
+        out.append(block);
+    }
+    out.append('\0');
+    out.append(';');
+    return out;
+}
+
+QImage sampleArtwork() {
+    QImage art(120, 80, QImage::Format_RGB32);
+    QPainter p(&art);
+    QLinearGradient sky(0, 0, 0, 80);
+    sky.setColorAt(0, QColor(40, 70, 160));
+    sky.setColorAt(1, QColor(250, 200, 120));
+    p.fillRect(art.rect(), sky);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(255, 230, 90));
+    p.drawEllipse(QPoint(88, 30), 16, 16);
+    p.setBrush(QColor(30, 110, 60));
+    p.drawPolygon(QPolygon({QPoint(0, 80), QPoint(30, 45), QPoint(60, 80)}));
+    p.drawPolygon(QPolygon({QPoint(40, 80), QPoint(75, 52), QPoint(120, 80)}));
+    p.setPen(Qt::white);
+    p.setFont(QFont(QStringLiteral("Sans"), 11, QFont::Bold));
+    p.drawText(QRect(4, 4, 60, 20), Qt::AlignLeft, QStringLiteral("GIF"));
+    p.end();
+    return art.convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
+}
+
+// Draws the picture's graphic stretched by the zoom factor through TGraphic::Draw.
+class GifView : public QWidget {
+public:
+    explicit GifView(QWidget* parent) : QWidget(parent) { setMinimumSize(360, 240); }
+    TPicture picture;
+    int zoom = 3;
+    QString error;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter p(this);
+        p.fillRect(rect(), palette().window());
+        TGraphic* graphic = picture.Graphic();
+        if (!graphic || !error.isEmpty()) {
+            p.drawText(rect(), Qt::AlignCenter,
+                       error.isEmpty() ? QStringLiteral("No picture") : error);
+            return;
+        }
+        TBitmap target(width(), height());
+        target.Canvas()->Brush.Color = clBtnFace;
+        target.Canvas()->FillRect(Rect(0, 0, width(), height()));
+        try {
+            const int w = graphic->Width() * zoom;
+            const int h = graphic->Height() * zoom;
+            target.Canvas()->StretchDraw(Bounds((width() - w) / 2, (height() - h) / 2, w, h),
+                                         graphic);
+        } catch (const Exception& e) {
+            error = e.Message();
+            update();
+            return;
+        }
+        p.drawImage(0, 0, target.Image());
+    }
+};
+
+class GifPage : public QWidget {
+public:
+    explicit GifPage(QWidget* parent) : QWidget(parent) {
+        auto* layout = new QVBoxLayout(this);
+        auto* bar = new QHBoxLayout;
+        auto* open = new QPushButton(QStringLiteral("Open GIF…"));
+        auto* zoom = new QSpinBox;
+        zoom->setRange(1, 8);
+        zoom->setValue(3);
+        zoom->setPrefix(QStringLiteral("Zoom "));
+        zoom->setSuffix(QStringLiteral("×"));
+        bar->addWidget(open);
+        bar->addWidget(zoom);
+        bar->addStretch(1);
+        layout->addLayout(bar);
+        m_view = new GifView(this);
+        layout->addWidget(m_view, 1);
+        m_info = new QLabel;
+        m_info->setWordWrap(true);
+        layout->addWidget(m_info);
+
+        connect(zoom, &QSpinBox::valueChanged, this, [this](int value) {
+            m_view->zoom = value;
+            m_view->update();
+        });
+        connect(open, &QPushButton::clicked, this, [this]() {
+            QString file;
+            if (OpenFileDialog(QStringLiteral("Open GIF"), TPicture::FileDialogFilter(), file))
+                load(file);
+        });
+        const QString sample = m_dir.filePath(QStringLiteral("sample.gif"));
+        QFile f(sample);
+        if (f.open(QIODevice::WriteOnly))
+            f.write(writeGif(sampleArtwork(), "QXTools sample"));
+        f.close();
+        load(sample);
+    }
+
+private:
+    void load(const QString& file) {
+        m_view->error.clear();
+        try {
+            m_view->picture.LoadFromFile(file);
+        } catch (const Exception& e) {
+            m_view->error = e.Message();
+        }
+        describe(file);
+        m_view->update();
+    }
+
+    void describe(const QString& file) {
+        auto* gif = dynamic_cast<TGIFImage*>(m_view->picture.Graphic());
+        QString text = QStringLiteral("%1 — %2").arg(
+            file.section(QLatin1Char('/'), -1),
+            m_view->picture.Graphic() ? m_view->picture.Graphic()->ClassName() : QString());
+        if (gif && m_view->error.isEmpty()) {
+            try {
+                gif->DIBNeeded();
+                QStringList delays;
+                for (const TDelay& d : gif->Delays())
+                    delays << QStringLiteral("%1 ms").arg(d.Delay);
+                text += QStringLiteral(": %1 × %2 pixels, delays: %3, comment: \"%4\"")
+                            .arg(gif->Width())
+                            .arg(gif->Height())
+                            .arg(delays.isEmpty() ? QStringLiteral("none") : delays.join(", "))
+                            .arg(gif->Comment());
+            } catch (const Exception& e) {
+                m_view->error = e.Message();
+            }
+        }
+        m_info->setText(text);
+    }
+
+    QTemporaryDir m_dir;
+    GifView* m_view = nullptr;
+    QLabel* m_info = nullptr;
+};
+
+} // namespace
+
+QXDEMO_PAGE({qxdemo::Family::Images, QStringLiteral("GIF picture (TGIFImage)"),
+             [](QWidget* parent) -> QWidget* { return new GifPage(parent); }})
