@@ -3,7 +3,6 @@
 #include "GifBuilder.h"
 #include "TestSupport.h"
 
-#include <QProcess>
 #include <gif_lib.h>
 #include <gtest/gtest.h>
 #include <random>
@@ -80,12 +79,9 @@ QByteArray giflibEncode(const Picture& p) {
 // Runs qxtool gif2bmp on bytes and returns the BMP file it wrote.
 QByteArray qxtoolBmp(const QByteArray& gif) {
     qxtest::TempDir dir;
-    const QString in = dir.write("in.gif", gif);
     const QString out = dir.file("out.bmp");
-    QProcess tool;
-    tool.start(QStringLiteral(QXTOOL_PATH), {"gif2bmp", in, out});
-    EXPECT_TRUE(tool.waitForFinished(60000));
-    EXPECT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
+    const auto run = qxtest::runQxtool({"gif2bmp", dir.write("in.gif", gif), out});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     QFile f(out);
     EXPECT_TRUE(f.open(QIODevice::ReadOnly));
     return f.readAll();
@@ -179,4 +175,21 @@ TEST(GifAgreement, FilesOfTheTestEncoder) {
     expectAgreement(header(8, 8, 2, {0xFF0000, 0x00FF00, 0x0000FF, 0x000000}) +
                     imageDescriptor(8, 8) +
                     imageData(2, std::vector<std::uint8_t>(64, 3), options) + ';');
+}
+
+TEST(GifAgreement, ToolFailures) {
+    qxtest::TempDir dir;
+    QByteArray bytes = simpleGif(2, 2, {1, 2, 3, 4});
+    bytes.replace(0, 3, "gif");
+    auto run = qxtest::runQxtool({"gif2bmp", dir.write("bad.gif", bytes), dir.file("out.bmp")});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("Not a GIF file")) << run.err.toStdString();
+    EXPECT_FALSE(QFile::exists(dir.file("out.bmp")));
+    run = qxtest::runQxtool({"gif2bmp", dir.file("in.gif")});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_TRUE(run.err.contains("usage: qxtool gif2bmp IN.gif OUT.bmp"));
+    run = qxtest::runQxtool(
+        {"gif2bmp", dir.write("ok.gif", simpleGif(3, 2, {1, 2, 3, 4, 5, 6})), dir.file("ok.bmp")});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.out.contains("Width: 3\nHeight: 2\n")) << run.out.toStdString();
 }
