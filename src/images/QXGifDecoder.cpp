@@ -288,7 +288,7 @@ void GifDecoder::CreateLine() {
     } else if (Row >= 0 && Row <= m_height) {
         // A row met again (interlaced data running past its last pass) replaces its record.
         std::memcpy(Slot(Row), LineBuffer, std::size_t(m_width));
-        std::fill(std::begin(m_where), std::end(m_where), kNowhere);
+        m_rewritten = true;
     }
     // Row numbers wrap as 32-bit values and the pass as a byte.
     std::uint32_t row = std::uint32_t(Row) + 1;
@@ -336,6 +336,7 @@ void GifDecoder::Decode() {
         m_where[root] = kNowhere;
     }
     m_stale = false;
+    m_rewritten = false;
     m_staleCodes = 0;
     m_staleClears.reset();
     m_x = 0;
@@ -444,8 +445,10 @@ void GifDecoder::Decode() {
         std::uint8_t* out = m_rowPtr + m_x;
         int remaining = m_remaining;
         std::uint8_t* const lines = reinterpret_cast<std::uint8_t*>(m_lines.data());
-        // Strings in a row of m_lines that is written for the first time stay where they are.
+        // Strings in a row of m_lines that is written for the first time stay where they are,
+        // until a row is written a second time.
         bool steady = m_rowInSlot && Row != m_height;
+        bool copying = !m_rewritten;
         std::uint32_t oldWhere = kNowhere;
         for (;;) {
             if (bitCount < codeSize) {
@@ -508,7 +511,7 @@ void GifDecoder::Decode() {
             } else {
                 const bool fits = length <= remaining;
                 const std::uint32_t where = m_where[code];
-                if (fits && where != kNowhere) {
+                if (fits && copying && where != kNowhere) {
                     // The string was written before: copy it. The entry just defined is the
                     // previous string, which ends here, plus that string's first pixel.
                     const std::uint8_t* from = lines + where;
@@ -544,6 +547,7 @@ void GifDecoder::Decode() {
                     out = m_rowPtr + m_x;
                     remaining = m_remaining;
                     steady = m_rowInSlot && Row != m_height;
+                    copying = !m_rewritten;
                 }
             }
             if (tableFull)

@@ -133,10 +133,11 @@ private:
     std::uint16_t m_length[4096] = {};
     // The first pixels of each entry's string, up to 8, lowest byte first.
     std::uint64_t m_head[4096] = {};
-    // Where in m_lines each entry's string was written in one piece, or kNowhere. A row
-    // written a second time makes every such place unreliable.
+    // Where in m_lines each entry's string was written in one piece, or kNowhere.
     static constexpr std::uint32_t kNowhere = 0xFFFFFFFF;
     std::uint32_t m_where[4096] = {};
+    // A row was written a second time: the places above are no longer reliable.
+    bool m_rewritten = false;
 
     // The end of the copy was reached while reading codes.
     bool m_stale = false;

@@ -189,6 +189,31 @@ TEST(GifDecoder, InterlacedSmallHeightsRestartAtFixedRows) {
     EXPECT_EQ(image.pixelIndex(0, 0), 13);
 }
 
+TEST(GifDecoder, InterlacedDataPastTheLastPassRewritesRows) {
+    // Height 5: lines 0 to 4 fill rows 0, 4, 2, 1, 3; line 5 goes to row 5 (the height); then
+    // each line adds 1 to the row and to the byte-sized pass, which wraps to 0 after line 256,
+    // so lines 258 to 261 fill rows 4, 2, 1 and 3 again. Line 259 repeats line 1's pixels
+    // after line 258 replaced them in row 4.
+    const int width = 40;
+    std::vector<std::uint8_t> lines;
+    auto line = [&](std::uint8_t value) { lines.insert(lines.end(), width, value); };
+    for (std::uint8_t v : {10, 11, 12, 13, 14})
+        line(v);
+    for (int k = 5; k < 258; ++k)
+        line(200);
+    for (std::uint8_t v : {99, 11, 20, 21})
+        line(v);
+    auto gif = load(withData(width, 5, imageData(8, lines), true));
+    gif->GetBitmap();
+    const QByteArray& stream = gif->BitmapStream();
+    ASSERT_EQ(stream.size(), 1078 + 6 * width);
+    // Rows 5 down to 0.
+    const std::uint8_t expected[6] = {200, 99, 21, 11, 20, 10};
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(stream.mid(1078 + i * width, width), QByteArray(width, char(expected[i])))
+            << "row " << 5 - i;
+}
+
 TEST(GifDecoder, ShortDataDropsRowsAndTheBitmapRejectsThem) {
     // Five of six pixels: the last row is incomplete and not written.
     auto gif = load(withData(3, 2, imageData(8, std::vector<std::uint8_t>{1, 2, 3, 4, 5})));
