@@ -78,6 +78,7 @@ public:
     void SetHeight(int value) override;
     // False while file bytes are held; otherwise whether the bitmap is empty.
     bool Empty() const override;
+    // The bitmap's palette (0 without a bitmap); a new palette drops the bitmap.
     HPALETTE Palette() const override;
     void SetPalette(HPALETTE value) override;
     // True when graphic is a TGIFImage sharing this image's file bytes.
@@ -92,6 +93,7 @@ public:
     // Form-file persistence: a 32-bit length, then the file bytes.
     void ReadData(TStream& stream) override;
     void WriteData(TStream& stream) override;
+    // Loads into the bitmap (no decoding); saving hands out the decoded bitmap.
     void LoadFromClipboardFormat(std::uint16_t format, const QImage& data,
                                  HPALETTE palette) override;
     void SaveToClipboardFormat(std::uint16_t& format, QImage& data, HPALETTE& palette) override;
@@ -111,8 +113,9 @@ public:
     const TTimer* AnimationTimer() const { return m_timer.get(); }
     // The 1-based number of the frame shown (0 before decoding).
     std::int32_t CurrentFrame() const { return FrameIndex; }
+    // The number of decoded frames.
     int FrameCount() const { return static_cast<int>(FrameList.size()); }
-    // The decoded frame i (0-based).
+    // The decoded frame i, 0 <= i < FrameCount().
     TBitmap* Frame(int i) const { return FrameList.at(static_cast<std::size_t>(i)).get(); }
     // The delays of the graphic-control extensions read, in file order.
     const std::vector<TDelay>& Delays() const { return DelayList; }
@@ -122,6 +125,7 @@ public:
     const QByteArray& BitmapStream() const;
     // The shared file data.
     const TGIFData& Data() const { return *m_data; }
+    // The reduction the size reports assume; always jsFullSize.
     TGIFScale Scale() const { return m_scale; }
 
 protected:
