@@ -115,8 +115,10 @@ public:
     std::int32_t CurrentFrame() const { return FrameIndex; }
     // The number of decoded frames.
     int FrameCount() const { return static_cast<int>(FrameList.size()); }
-    // The decoded frame i, 0 <= i < FrameCount().
-    TBitmap* Frame(int i) const { return FrameList.at(static_cast<std::size_t>(i)).get(); }
+    // The decoded frame i, or nullptr outside 0 <= i < FrameCount().
+    TBitmap* Frame(int i) const {
+        return i >= 0 && i < FrameCount() ? FrameList[static_cast<std::size_t>(i)].get() : nullptr;
+    }
     // The delays of the graphic-control extensions read, in file order.
     const std::vector<TDelay>& Delays() const { return DelayList; }
     // The text of the last comment sub-block read.

@@ -265,6 +265,8 @@ TEST(GifImage, AnimationTimer) {
     EXPECT_EQ(gif.CurrentFrame(), 1);
     EXPECT_EQ(gif.GetBitmap(), gif.Frame(0));
     EXPECT_EQ(gif.Frame(0)->Image(), first->Image());
+    EXPECT_EQ(gif.Frame(2), nullptr);
+    EXPECT_EQ(gif.Frame(-1), nullptr);
     EXPECT_EQ(gif.Interval(), 50);
     EXPECT_EQ(gif.AnimationTimer()->Interval(), 50);
     EXPECT_EQ(changes, 2);
