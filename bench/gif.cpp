@@ -2,6 +2,7 @@
 // and Qt's own GIF reader, all on the same bytes (encoded by giflib).
 #include "QXGif.h"
 
+#include "GiflibMemory.h"
 #include <QBuffer>
 #include <QGuiApplication>
 #include <QImageReader>
@@ -15,23 +16,7 @@
 
 namespace {
 
-int writeToBuffer(GifFileType* gif, const GifByteType* bytes, int n) {
-    static_cast<QByteArray*>(gif->UserData)->append(reinterpret_cast<const char*>(bytes), n);
-    return n;
-}
-
-struct Reader {
-    const QByteArray* bytes;
-    qsizetype pos = 0;
-};
-
-int readFromBuffer(GifFileType* gif, GifByteType* out, int n) {
-    auto* r = static_cast<Reader*>(gif->UserData);
-    const int k = int(std::min<qsizetype>(n, r->bytes->size() - r->pos));
-    std::memcpy(out, r->bytes->constData() + r->pos, std::size_t(k));
-    r->pos += k;
-    return k;
-}
+using namespace giflibmem;
 
 QByteArray encode(int width, int height, int colourBits, const std::vector<GifPixelType>& pixels) {
     std::vector<GifColorType> colours;

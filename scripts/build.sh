@@ -32,11 +32,11 @@ build() {
 install_deps
 case "$mode" in
 demo)
-  build "$root/build"
+  build "$root/build" -DQX_BUILD_BENCH=ON
   exec "$root/build/demo/qxdemo" "$@"
   ;;
 test)
-  build "$root/build"
+  build "$root/build" -DQX_BUILD_BENCH=ON
   ctest --test-dir "$root/build" --output-on-failure -j"$(nproc)"
   ;;
 sanitize)

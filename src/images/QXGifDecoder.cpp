@@ -49,7 +49,7 @@ int GifDecoder::Read(void* target, int count) {
     return static_cast<int>(n);
 }
 
-void GifDecoder::ReadScreen(const QByteArray& file, std::int32_t& width, std::int32_t& height) {
+void GifDecoder::StartFile(const QByteArray& file) {
     m_file = reinterpret_cast<const std::uint8_t*>(file.constData());
     m_size = file.size();
     m_pos = 0;
@@ -57,18 +57,16 @@ void GifDecoder::ReadScreen(const QByteArray& file, std::int32_t& width, std::in
     if (std::memcmp(Header, "GIF", 3) != 0)
         Error(2);
     Read(ScreenDescriptor, 7);
+}
+
+void GifDecoder::ReadScreen(const QByteArray& file, std::int32_t& width, std::int32_t& height) {
+    StartFile(file);
     width = le16(ScreenDescriptor);
     height = le16(ScreenDescriptor + 2);
 }
 
 bool GifDecoder::ParseMem(const QByteArray& file, std::vector<TDelay>& delays) {
-    m_file = reinterpret_cast<const std::uint8_t*>(file.constData());
-    m_size = file.size();
-    m_pos = 0;
-    Read(Header, 6);
-    if (std::memcmp(Header, "GIF", 3) != 0)
-        Error(2);
-    Read(ScreenDescriptor, 7);
+    StartFile(file);
     const std::uint8_t flags = ScreenDescriptor[4];
     if (!(flags & 0x80))
         Error(3);

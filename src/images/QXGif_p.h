@@ -66,6 +66,8 @@ public:
 private:
     // Copies up to count bytes from the current position; returns how many there were.
     int Read(void* target, int count);
+    // Points the reader at the start of file and reads the header and the screen descriptor.
+    void StartFile(const QByteArray& file);
     void ReadExtensionBlock(std::vector<TDelay>& delays);
     void ReadImageBlock();
     void ReadSubBlock();

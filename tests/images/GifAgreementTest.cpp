@@ -3,6 +3,7 @@
 #include "GifBuilder.h"
 #include "TestSupport.h"
 
+#include "GiflibMemory.h"
 #include <gif_lib.h>
 #include <gtest/gtest.h>
 #include <random>
@@ -11,23 +12,7 @@ using namespace gifbuild;
 
 namespace {
 
-int writeToBuffer(GifFileType* gif, const GifByteType* bytes, int n) {
-    static_cast<QByteArray*>(gif->UserData)->append(reinterpret_cast<const char*>(bytes), n);
-    return n;
-}
-
-struct Reader {
-    const QByteArray* bytes;
-    qsizetype pos = 0;
-};
-
-int readFromBuffer(GifFileType* gif, GifByteType* out, int n) {
-    auto* r = static_cast<Reader*>(gif->UserData);
-    const int k = int(std::min<qsizetype>(n, r->bytes->size() - r->pos));
-    std::memcpy(out, r->bytes->constData() + r->pos, std::size_t(k));
-    r->pos += k;
-    return k;
-}
+using namespace giflibmem;
 
 struct Picture {
     int width = 0;
