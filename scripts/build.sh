@@ -41,7 +41,8 @@ test)
   ;;
 sanitize)
   build "$root/build-asan" -DQX_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug -DQX_BUILD_DESIGNER=OFF
-  ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 \
+  ASAN_OPTIONS=detect_leaks=1 LSAN_OPTIONS=suppressions="$root/scripts/lsan.supp" \
+    UBSAN_OPTIONS=print_stacktrace=1 \
     ctest --test-dir "$root/build-asan" --output-on-failure -j"$(nproc)"
   ;;
 *)
