@@ -142,6 +142,9 @@ void TGraphicControl::paintEvent(QPaintEvent*) {
 
 TCustomControl::TCustomControl(QWidget* parent) : TGraphicControl(parent) {
     setFocusPolicy(Qt::StrongFocus);
+    // A windowed control erases its background with Color; a graphic control lets its parent
+    // show through.
+    setAutoFillBackground(true);
 }
 
 TCustomControl::~TCustomControl() = default;

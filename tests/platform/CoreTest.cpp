@@ -153,3 +153,49 @@ TEST(Dialogs, TheReplacedServiceSeesTextsAndAnswers) {
     EXPECT_FALSE(SelectDirectory(QStringLiteral("Wählen"), dir));
     EXPECT_EQ(dir, QStringLiteral("/tmp"));
 }
+
+namespace {
+
+// Paints a red square through the canvas and remembers what the canvas offered.
+template <typename Base> class TSquare : public Base {
+public:
+    explicit TSquare(QWidget* parent = nullptr) : Base(parent) { this->resize(20, 10); }
+    TRect clip;
+    TColor fontColor = clNone;
+
+protected:
+    void Paint() override {
+        TCanvas* c = this->Canvas();
+        clip = c->ClipRect();
+        fontColor = c->Font.Color();
+        c->Brush.Color = clRed;
+        c->FillRect(Rect(2, 2, 6, 6));
+    }
+};
+
+} // namespace
+
+TEST(Components, PaintDrawsThroughAValidCanvas) {
+    QWidget parent;
+    parent.resize(60, 20);
+    QPalette white;
+    white.setColor(QPalette::Window, Qt::white);
+    parent.setPalette(white);
+    auto* windowed = new TSquare<TCustomControl>(&parent);
+    auto* graphic = new TSquare<TGraphicControl>(&parent);
+    graphic->move(30, 0);
+    for (TControl* c : {static_cast<TControl*>(windowed), static_cast<TControl*>(graphic)}) {
+        c->SetColor(clBlue);
+        c->Font()->SetColor(clGreen);
+    }
+    const QImage shot = parent.grab().toImage();
+    EXPECT_EQ(windowed->clip, Rect(0, 0, 20, 10));
+    EXPECT_EQ(windowed->fontColor, clGreen);
+    EXPECT_EQ(qxtest::pixelBGR(shot, 2, 2), clRed);
+    EXPECT_EQ(qxtest::pixelBGR(shot, 5, 5), clRed);
+    EXPECT_EQ(qxtest::pixelBGR(shot, 32, 2), clRed);
+    // Around the square a windowed control shows its own colour, a graphic control its parent's.
+    EXPECT_EQ(qxtest::pixelBGR(shot, 6, 6), clBlue);
+    EXPECT_EQ(qxtest::pixelBGR(shot, 19, 9), clBlue);
+    EXPECT_EQ(qxtest::pixelBGR(shot, 36, 6), clWhite);
+}
