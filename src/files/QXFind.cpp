@@ -47,6 +47,16 @@ void TQXFind::Execute() {
     emit finished();
 }
 
+bool TQXFind::reportFile(const TSearchRec& rec, const QString& path) {
+    ++m_fileCount;
+    change(path);
+    // A stop asked for in the change event, or the end of the application, skips the file.
+    if (m_stop || Application()->Terminated())
+        return false;
+    findFile(rec, path);
+    return true;
+}
+
 void TQXFind::ReadDisk(const QString& Path) {
     if (m_stop || Application()->Terminated())
         return;
@@ -78,13 +88,8 @@ void TQXFind::ReadDisk(const QString& Path) {
                 notFindFile(sr, Path);
                 continue;
             }
-            ++m_fileCount;
-            change(Path);
-            if (m_stop)
+            if (!reportFile(sr, Path))
                 break;
-            if (Application()->Terminated())
-                return;
-            findFile(sr, Path);
         }
     } else {
         for (int rc = FindFirst(Path + QLatin1String("*.*"), faAnyFile, sr); rc == 0 && !m_stop;
@@ -96,13 +101,8 @@ void TQXFind::ReadDisk(const QString& Path) {
                 notFindFile(sr, Path);
                 continue;
             }
-            ++m_fileCount;
-            change(Path);
-            if (m_stop)
+            if (!reportFile(sr, Path))
                 break;
-            if (Application()->Terminated())
-                return;
-            findFile(sr, Path);
         }
     }
     FindClose(sr);

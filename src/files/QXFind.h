@@ -70,6 +70,8 @@ signals:
 private:
     void change(const QString& path);
     void findFile(const TSearchRec& rec, const QString& path);
+    // Counts a matching file and reports it; false when the search must end instead.
+    bool reportFile(const TSearchRec& rec, const QString& path);
     void notFindFile(const TSearchRec& rec, const QString& path);
 
     bool m_stop = false;
