@@ -1,16 +1,11 @@
+#include "QXU_File.h"
 #include "QxutilFiles.h"
 
 #include <QDir>
 #include <QStandardPaths>
 
-namespace {
-QString terminated(const QString& path) {
-    return path.endsWith(QLatin1Char('/')) ? path : path + QLatin1Char('/');
-}
-} // namespace
-
 QString qxtWinDir() {
-    return terminated(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+    return qxtCheckPath(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
 }
 
 QString qxtSysDir() {
@@ -18,5 +13,5 @@ QString qxtSysDir() {
 }
 
 QString qxtTMPDir() {
-    return terminated(QDir::tempPath());
+    return qxtCheckPath(QDir::tempPath());
 }
