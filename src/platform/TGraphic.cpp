@@ -302,10 +302,6 @@ void TBitmap::SaveToClipboardFormat(std::uint16_t& format, QImage& data, HPALETT
     palette = m_palette;
 }
 
-void TBitmap::Changed(TGraphic* sender) {
-    TGraphic::Changed(sender);
-}
-
 // ---------------------------------------------------------------------------------------------
 
 TIcon::TIcon() = default;

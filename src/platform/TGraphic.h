@@ -113,9 +113,6 @@ public:
     // The row y of the image for direct pixel access.
     uchar* ScanLine(int y);
 
-protected:
-    void Changed(TGraphic* sender) override;
-
 private:
     void makePaintable();
     QImage m_image;
