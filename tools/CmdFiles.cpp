@@ -1,75 +1,124 @@
+// File functions: wildcard matching, numbered names, deleting trees, searching, pending renames.
 #include "Command.h"
-#include "Dialogs.h"
+#include "Drives.h"
 #include "QXFind.h"
 #include "QxutilFiles.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <cstdio>
+#include <unistd.h>
+
 namespace {
 
-// Shows the library's messages on standard error while alive; warnings with an OK button are
-// acknowledged.
-class MessagesToStderr {
-public:
-    MessagesToStderr() {
-        m_previous = SetDialogHandler([](TDialogRequest& r) {
-            qxtool::err() << r.Text << Qt::endl;
-            return r.Buttons.Contains(mbOK) ? mrOk : mrCancel;
-        });
-    }
-    ~MessagesToStderr() { SetDialogHandler(std::move(m_previous)); }
-    MessagesToStderr(const MessagesToStderr&) = delete;
-    MessagesToStderr& operator=(const MessagesToStderr&) = delete;
-
-private:
-    TDialogHandler m_previous;
-};
-
 const qxtool::Command matchCommand{
-    QStringLiteral("match"), QStringLiteral("match NAME PATTERNS"),
-    QStringLiteral("whether NAME matches one of the ;-separated PATTERNS (case-sensitive)"),
-    [](const QStringList& args) {
-        if (args.size() != 2)
-            return qxtool::usageError(matchCommand);
-        qxtool::out() << (qxtIsMatch(args[0], args[1]) ? "true" : "false") << Qt::endl;
-        return 0;
+    .name = "match",
+    .summary = "whether a name matches one of several wildcard patterns",
+    .arguments = {{"NAME", "the file name to test"},
+                  {"PATTERNS", "wildcard patterns joined by \";\" (\"*.GIF;*.BMP\"), compared "
+                               "case-sensitively; a star works first or last in a pattern, or "
+                               "in pairs (\"*.*\" matches every name with a dot)"}},
+    .exitCodes = {{"0", "NAME matches (prints \"true\")"},
+                  {"1", "NAME matches none of the patterns (prints \"false\")"}},
+    .examples = {"qxtool match README.TXT '*.BAK;*.TXT'"},
+    .run = [](const qxtool::Call& call) {
+        const bool matches = qxtIsMatch(call.args[0], call.args[1]);
+        qxtool::out() << (matches ? "true" : "false") << Qt::endl;
+        return matches ? 0 : 1;
     }};
 
 const qxtool::Command nextnameCommand{
-    QStringLiteral("nextname"), QStringLiteral("nextname PATTERN"),
-    QStringLiteral("the next free name of a series such as /scans/SCAN###.BMP"),
-    [](const QStringList& args) {
-        if (args.size() != 1)
-            return qxtool::usageError(nextnameCommand);
-        const MessagesToStderr messages;
-        const QString name = qxtGetNextFileName(args[0]);
+    .name = "nextname",
+    .summary = "the next free file name of a numbered series",
+    .arguments = {{"PATTERN", "a path whose name holds a run of # for the number "
+                              "(/scans/SCAN###.BMP)"}},
+    .exitCodes = {{"0", "the name is printed"},
+                  {"1", "PATTERN has no run of #, or the series is full (message on "
+                        "standard error)"}},
+    .examples = {"qxtool nextname ~/scans/SCAN###.BMP"},
+    .run = [](const qxtool::Call& call) {
+        const QString name = qxtGetNextFileName(call.args[0]);
         if (name.isEmpty())
             return 1;
         qxtool::out() << name << Qt::endl;
         return 0;
     }};
 
+// A directory whose loss would be a disaster: "/" and other mount points, the home directory
+// and the directories above it.
+bool isPrecious(const QString& path) {
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    if (IsDriveRoot(path) || (!canonical.isEmpty() && IsDriveRoot(canonical)))
+        return true;
+    const QString home = QFileInfo(QDir::homePath()).canonicalFilePath();
+    return !canonical.isEmpty() && !home.isEmpty() &&
+           (home == canonical || home.startsWith(canonical + QLatin1Char('/')));
+}
+
+// Asks on the terminal; false without one.
+bool confirmed(const QString& path) {
+    if (!::isatty(STDIN_FILENO)) {
+        qxtool::err() << "qxtool killpath: " << path
+                      << " ist ein Laufwerk oder das Home-Verzeichnis; ohne Terminal wird es nur "
+                         "mit --yes geleert."
+                      << Qt::endl;
+        return false;
+    }
+    qxtool::err() << "qxtool killpath: " << path
+                  << " ist ein Laufwerk oder das Home-Verzeichnis. Wirklich alles darin löschen? "
+                     "[j/N] "
+                  << Qt::flush;
+    char answer[16] = {};
+    if (!std::fgets(answer, sizeof answer, stdin))
+        return false;
+    const QString word = QString::fromLocal8Bit(answer).trimmed().toLower();
+    return word == QLatin1String("j") || word == QLatin1String("ja");
+}
+
 const qxtool::Command killpathCommand{
-    QStringLiteral("killpath"), QStringLiteral("killpath PATH"),
-    QStringLiteral("delete a directory tree (a drive root is emptied and kept)"),
-    [](const QStringList& args) {
+    .name = "killpath",
+    .summary = "delete a directory tree",
+    .arguments = {{"PATH", "the directory to delete with everything in it"}},
+    .options = {{"--yes", "", "delete even when PATH is a drive or the home directory"}},
+    .details = "A drive root (\"/\" or another mount point) is emptied and kept. PATH being a "
+               "drive, the home directory or a directory above it needs --yes, or a \"j\" typed "
+               "at the question on a terminal; without a terminal it is refused.",
+    .exitCodes = {{"0", "everything was deleted"},
+                  {"1", "something could not be deleted (messages on standard error), or the "
+                        "deletion of a drive or the home directory was refused"}},
+    .examples = {"qxtool killpath /tmp/build-old"},
+    .run = [](const qxtool::Call& call) {
+        const QString& path = call.args[0];
         // An empty path would name the current directory.
-        if (args.size() != 1 || args[0].isEmpty())
-            return qxtool::usageError(killpathCommand);
-        const MessagesToStderr messages;
-        return qxtKillPath(args[0]) ? 0 : 1;
+        if (path.isEmpty())
+            return call.usageError(QStringLiteral("PATH ist leer"));
+        if (isPrecious(path) && !call.has(QStringLiteral("--yes")) && !confirmed(path))
+            return 1;
+        return qxtKillPath(path) ? 0 : 1;
     }};
 
 const qxtool::Command findCommand{
-    QStringLiteral("find"), QStringLiteral("find DIR PATTERN [--subdirs]"),
-    QStringLiteral("the files matching PATTERN (masks joined by ;), then the counts"),
-    [](const QStringList& args) {
-        QStringList rest = args;
-        const bool subdirs = rest.removeAll(QStringLiteral("--subdirs")) > 0;
-        if (rest.size() != 2)
-            return qxtool::usageError(findCommand);
+    .name = "find",
+    .summary = "list the files matching a pattern, then the counts",
+    .arguments = {{"DIR", "the directory to search"},
+                  {"PATTERN", "wildcard masks joined by \";\" (\"*.gif;*.bmp\"), matched "
+                              "case-blind"}},
+    .options = {{"--subdirs", "", "search the subdirectories too"}},
+    .details = "Prints the full name of every file found, one a line, then \"Dirs: N\" (the "
+               "subdirectories searched) and \"Files: N\".",
+    .exitCodes = {{"0", "the search ran (also when nothing matched)"},
+                  {"1", "DIR is not a directory"}},
+    .examples = {"qxtool find ~/Bilder '*.gif;*.bmp' --subdirs"},
+    .run = [](const qxtool::Call& call) {
+        const QString& dir = call.args[0];
+        if (!QFileInfo(dir).isDir()) {
+            qxtool::err() << "qxtool find: Verzeichnis " << dir << " nicht gefunden" << Qt::endl;
+            return 1;
+        }
         TQXFind find;
-        find.SetStartPath(rest[0]);
-        find.SetFilePattern(rest[1]);
-        find.SetSubdirs(subdirs);
+        find.SetStartPath(dir);
+        find.SetFilePattern(call.args[1]);
+        find.SetSubdirs(call.has(QStringLiteral("--subdirs")));
         find.OnFindFile = [](QObject*, const TSearchRec& rec, const QString& path, const QString&) {
             qxtool::out() << path << rec.Name << '\n';
         };
@@ -80,11 +129,14 @@ const qxtool::Command findCommand{
     }};
 
 const qxtool::Command winstartCommand{
-    QStringLiteral("winstart"), QStringLiteral("winstart"),
-    QStringLiteral("replace the files waiting in WININIT.INI [rename]"),
-    [](const QStringList& args) {
-        if (!args.isEmpty())
-            return qxtool::usageError(winstartCommand);
+    .name = "winstart",
+    .summary = "carry out the file replacements waiting in WININIT.INI",
+    .details = "Carries out the [rename] entries of WININIT.INI in the configuration directory, "
+               "as the autostart entry does at the next login.",
+    .exitCodes = {{"0", "every waiting replacement was done (prints the counts)"},
+                  {"1", "some stay pending (listed on standard error)"}},
+    .examples = {"qxtool winstart"},
+    .run = [](const qxtool::Call&) {
         QStringList failed;
         const int done = qxtProcessPendingRenames(&failed);
         for (const QString& f : failed)

@@ -6,15 +6,8 @@
 
 namespace {
 
-int gif2bmp(const QStringList& args);
-
-const qxtool::Command command{QStringLiteral("gif2bmp"), QStringLiteral("gif2bmp IN.gif OUT.bmp"),
-                              QStringLiteral("Decode the first image of a GIF file into a BMP"),
-                              gif2bmp};
-
-int gif2bmp(const QStringList& args) {
-    if (args.size() != 2)
-        return qxtool::usageError(command);
+int gif2bmp(const qxtool::Call& call) {
+    const QStringList& args = call.args;
     try {
         TGIFImage gif;
         gif.LoadFromFile(args[0]);
@@ -36,6 +29,18 @@ int gif2bmp(const QStringList& args) {
         return 1;
     }
 }
+
+const qxtool::Command command{
+    .name = "gif2bmp",
+    .summary = "decode the first image of a GIF file into a BMP file",
+    .arguments = {{"IN.gif", "the GIF file to read"},
+                  {"OUT.bmp", "the 8-bit BMP file to write (replaced if it exists)"}},
+    .details = "Prints the image's Width, Height, the number of frame Delays and the BMP's Bytes.",
+    .exitCodes = {{"0", "the BMP file was written"},
+                  {"1", "the GIF could not be decoded (the decoder's message on standard error) "
+                        "or OUT.bmp could not be written"}},
+    .examples = {"qxtool gif2bmp logo.gif logo.bmp"},
+    .run = gif2bmp};
 
 } // namespace
 

@@ -7,18 +7,33 @@
 
 namespace {
 
+struct Verb {
+    const char* name;
+    const char* form; // its arguments
+    const char* text;
+};
+
+constexpr Verb verbs[] = {
+    {"read", "SECTION KEY [DEFAULT]", "the value, or DEFAULT (empty) when absent"},
+    {"readint", "SECTION KEY DEFAULT", "the value as a whole number"},
+    {"readbool", "SECTION KEY DEFAULT", "1 or 0 (DEFAULT is a number)"},
+    {"write", "SECTION KEY VALUE", "sets the value; other writers' keys are kept"},
+    {"sections", "", "the section names, one a line"},
+    {"keys", "SECTION", "the key names of SECTION"},
+    {"values", "SECTION", "the KEY=VALUE lines of SECTION"},
+    {"erase", "SECTION", "removes SECTION with all its keys"},
+};
+
 int printList(const TStringList& list) {
     for (int i = 0; i < list.Count(); ++i)
         qxtool::out() << list[i] << '\n';
     return 0;
 }
 
-int runIni(const qxtool::Command& self, const QStringList& args) {
-    if (args.size() < 2)
-        return qxtool::usageError(self);
-    const QString& file = args[0];
-    const QString& verb = args[1];
-    const QStringList rest = args.mid(2);
+int runIni(const qxtool::Call& call) {
+    const QString& file = call.args[0];
+    const QString& verb = call.args[1];
+    const QStringList rest = call.args.mid(2);
     const auto n = rest.size();
     auto& out = qxtool::out();
     try {
@@ -60,16 +75,38 @@ int runIni(const qxtool::Command& self, const QStringList& args) {
         qxtool::err() << e.Message() << '\n';
         return 1;
     }
-    return qxtool::usageError(self);
+    for (const Verb& v : verbs)
+        if (verb == QLatin1String(v.name))
+            return call.usageError(
+                *v.form ? QStringLiteral("%1 nimmt die Argumente %2").arg(verb, v.form)
+                        : QStringLiteral("%1 nimmt keine Argumente").arg(verb));
+    return call.usageError(QStringLiteral("unbekanntes Verb '%1'").arg(verb));
+}
+
+QString verbHelp() {
+    QString text = QStringLiteral("Verbs:\n");
+    for (const Verb& v : verbs)
+        text += QStringLiteral("  %1  %2\n")
+                    .arg((QLatin1String(v.name) + ' ' + QLatin1String(v.form)).leftJustified(28),
+                         QLatin1String(v.text));
+    return text + QStringLiteral("Names are compared case-blind. Put \"--\" before a VALUE that "
+                                 "starts with \"-\".");
 }
 
 const qxtool::Command iniCommand{
-    QStringLiteral("ini"),
-    QStringLiteral("ini FILE read SECTION KEY [DEFAULT] | readint SECTION KEY DEFAULT | "
-                   "readbool SECTION KEY DEFAULT | write SECTION KEY VALUE | sections | "
-                   "keys SECTION | values SECTION | erase SECTION"),
-    QStringLiteral("reads and writes INI files (a bare FILE lives in the configuration directory)"),
-    [](const QStringList& args) { return runIni(iniCommand, args); }};
+    .name = "ini",
+    .summary = "read and write entries of INI files",
+    .arguments = {{"FILE", "the INI file; a name without \"/\" lives in the configuration "
+                           "directory (~/.config)"},
+                  {"VERB", "what to do, one of the verbs below"},
+                  {"[ARG...]", "the verb's arguments"}},
+    .details = verbHelp(),
+    .exitCodes = {{"0", "done (a missing key prints its default)"},
+                  {"1", "a DEFAULT or a stored value is not a number, or FILE cannot be written "
+                        "(the message on standard error)"}},
+    .examples = {"qxtool ini app.ini write Fenster Breite 640",
+                 "qxtool ini app.ini readint Fenster Breite 800"},
+    .run = runIni};
 
 } // namespace
 

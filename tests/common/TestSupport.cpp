@@ -45,7 +45,12 @@ QStringList DialogRecorder::texts() const {
 }
 
 ToolResult runQxtool(const QStringList& args) {
+    return runQxtool(args, QProcessEnvironment::systemEnvironment());
+}
+
+ToolResult runQxtool(const QStringList& args, const QProcessEnvironment& environment) {
     QProcess p;
+    p.setProcessEnvironment(environment);
     p.start(QStringLiteral(QXTOOL_PATH), args);
     ToolResult r;
     if (!p.waitForFinished(120000))

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QImage>
 #include <QList>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -48,6 +49,8 @@ struct ToolResult {
     QString err;
 };
 ToolResult runQxtool(const QStringList& args);
+// The same with the environment given (empty: none at all) instead of the test's own.
+ToolResult runQxtool(const QStringList& args, const QProcessEnvironment& environment);
 
 // The colour at (x, y) as 0x00BBGGRR, for comparing with TColor constants.
 int pixelBGR(const QImage& image, int x, int y);
