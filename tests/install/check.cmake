@@ -1,13 +1,69 @@
-# Installs the build into a scratch prefix and builds and runs an outside project against it.
-# Called with -DBUILD_DIR=... -DSOURCE_DIR=... -DWORK_DIR=...
+# Installs the build into a scratch prefix, as a user would, and checks what the prefix gives:
+# the programs and the Designer plugin run from it in a clean environment (no LD_LIBRARY_PATH,
+# nothing of the build tree), and an outside project builds against it.
+# Called with -DBUILD_DIR=... -DSOURCE_DIR=... -DWORK_DIR=... -DDESIGNER=ON|OFF
 file(REMOVE_RECURSE ${WORK_DIR})
-execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix
+set(prefix ${WORK_DIR}/prefix)
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix}
                 RESULT_VARIABLE rc OUTPUT_QUIET)
 if(rc)
   message(FATAL_ERROR "install failed")
 endif()
+file(MAKE_DIRECTORY ${WORK_DIR}/home)
+
+# Runs a command with only a home directory and the system PATH in its environment; sets
+# out, err and rc in the caller.
+function(run_clean)
+  execute_process(COMMAND env -i HOME=${WORK_DIR}/home PATH=/usr/bin:/bin ${ARGN}
+                  WORKING_DIRECTORY ${WORK_DIR} RESULT_VARIABLE _rc OUTPUT_VARIABLE _out
+                  ERROR_VARIABLE _err)
+  set(out "${_out}" PARENT_SCOPE)
+  set(err "${_err}" PARENT_SCOPE)
+  set(rc "${_rc}" PARENT_SCOPE)
+endfunction()
+
+# Everything installed that loads the library finds it relative to itself.
+file(GLOB elf_files ${prefix}/bin/* ${prefix}/lib*/qt6/plugins/designer/*.so)
+foreach(f IN LISTS elf_files)
+  execute_process(COMMAND readelf -d ${f} OUTPUT_VARIABLE dynamic)
+  string(REGEX MATCH "R(UN)?PATH\\)[^\n]*\\[([^]]*)\\]" found "${dynamic}")
+  if(NOT CMAKE_MATCH_2 MATCHES "^\\$ORIGIN/[./a-z0-9_-]*$")
+    message(FATAL_ERROR "${f} has the run path '${CMAKE_MATCH_2}', not one relative to itself")
+  endif()
+endforeach()
+
+run_clean(${prefix}/bin/qxtool --version)
+if(rc OR NOT out MATCHES "^qxtool [0-9]+\\.[0-9]+\\.[0-9]+\n$" OR NOT err STREQUAL "")
+  message(FATAL_ERROR "installed qxtool --version: exit ${rc}, printed '${out}' and '${err}'")
+endif()
+
+run_clean(${prefix}/bin/qxdemo --screenshot ${WORK_DIR}/gallery.png)
+file(SIZE ${WORK_DIR}/gallery.png shot_size)
+if(rc OR shot_size LESS 1000)
+  message(FATAL_ERROR "installed qxdemo --screenshot: exit ${rc}, ${shot_size} bytes, '${err}'")
+endif()
+
+# The completion offers the commands, then each command's options.
+set(completion ${prefix}/share/bash-completion/completions/qxtool)
+# (No semicolons: CMake would split the script at them.)
+run_clean(bash -c "PATH=${prefix}/bin:$PATH
+  source ${completion}
+  complete_words() {
+    COMP_WORDS=(\"$@\")
+    COMP_CWORD=$(($# - 1))
+    _qxtool
+    echo \"\${COMPREPLY[*]}\"
+  }
+  complete_words qxtool gi
+  complete_words qxtool help k
+  complete_words qxtool find /tmp --s
+  complete -p qxtool")
+if(rc OR NOT out MATCHES "^gif2bmp\nkillpath\n--subdirs\ncomplete .*-F _qxtool qxtool\n$")
+  message(FATAL_ERROR "bash completion: exit ${rc}, printed '${out}' and '${err}'")
+endif()
+
 execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE_DIR}/consumer -B ${WORK_DIR}/build
-                        -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix RESULT_VARIABLE rc)
+                        -DCMAKE_PREFIX_PATH=${prefix} RESULT_VARIABLE rc)
 if(rc)
   message(FATAL_ERROR "find_package(QXTools) failed")
 endif()
@@ -18,4 +74,12 @@ endif()
 execute_process(COMMAND ${WORK_DIR}/build/consumer RESULT_VARIABLE rc OUTPUT_VARIABLE out)
 if(rc OR NOT out STREQUAL "a,b,c b\n")
   message(FATAL_ERROR "the outside program printed '${out}' and exited ${rc}")
+endif()
+
+if(DESIGNER)
+  file(GLOB plugin ${prefix}/lib*/qt6/plugins/designer/*.so)
+  run_clean(QT_QPA_PLATFORM=offscreen ${WORK_DIR}/build/pluginload ${plugin})
+  if(rc OR NOT out MATCHES "^QX Tools TQX")
+    message(FATAL_ERROR "the installed Designer plugin did not load: exit ${rc}, '${out}' '${err}'")
+  endif()
 endif()
