@@ -237,9 +237,13 @@ void TGIFImage::ParseMem() {
 void TGIFImage::TakeFrame() {
     ++FrameIndex;
     auto frame = std::make_unique<TBitmap>();
-    QBuffer buffer(&m_decoder->BitmapStream);
-    buffer.open(QIODevice::ReadOnly);
-    frame->LoadFromStream(buffer);
+    if (!m_decoder->PartialImage.isNull()) {
+        frame->SetImage(m_decoder->PartialImage);
+    } else {
+        QBuffer buffer(&m_decoder->BitmapStream);
+        buffer.open(QIODevice::ReadOnly);
+        frame->LoadFromStream(buffer);
+    }
     FrameList.push_back(std::move(frame));
     if (FrameIndex == 1) {
         if (!m_bitmap)

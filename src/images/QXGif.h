@@ -61,6 +61,29 @@ enum TGIFScale : std::uint8_t { jsFullSize, jsHalf, jsQuarter, jsEighth };
 // A GIF picture: keeps the file bytes, decodes the first image into an 8-bit bitmap when it is
 // first needed, and can cycle through its frames with a timer. Registered with TPicture for
 // the extension "gif", so pictures load GIF files by name.
+//
+// The decoder is strict and simple on purpose: it needs a global colour table, takes LZW
+// code sizes 2 to 9, wants a clear code as soon as the code table is full, and walks the
+// blocks once, so only the first image of a file is decoded.
+//
+// Reads past the end of a cut file leave what an earlier read put there, and decoding goes on
+// with those bytes. Where following that literally would never end or would write outside a
+// table, the decoder stops instead:
+// - image data that runs on past the end of the file (the last sub-block read again and
+//   again) raises "Unexpected EOF" once a clear code comes round at a place it was read
+//   before, or after 8192 codes without a clear code;
+// - an extension chain cut by the end of the file ends the walk: no image and no error;
+// - no code table entry is written past 4095 (a decode that starts without a clear code on
+//   the full table an earlier, failed decode left adds no entries);
+// - a code whose string is longer than the 4096-entry decode stack raises "Bad code";
+// - an image wider than 2049 pixels raises "Image wider than 2049 pixels", and the pixels of
+//   an image of width 0 go nowhere.
+// An image whose data ends before its last row is still shown: the bitmap has the full height,
+// the decoded rows in their places and the rows never completed at palette entry 0.
+// BitmapStream() holds only the completed rows, as the decoder writes them.
+//
+// Every decode starts from the state the one before left in the object (colour tables, code
+// table, the last data sub-block), which matters only when a failed decode is repeated.
 class QXT_EXPORT TGIFImage : public TGraphic {
 public:
     TGIFImage();

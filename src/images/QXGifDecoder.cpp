@@ -220,10 +220,7 @@ std::uint32_t GifDecoder::ReadCode(BitSource& source) {
             source.bitCount -= CodeSize;
             return code;
         }
-        source.active = false;
-        const std::uint64_t loaded =
-            source.bytesBefore + std::uint64_t(source.in - source.blockStart);
-        HandOver(loaded * 8 - std::uint64_t(source.bitCount));
+        KeepReaderState(source);
     }
     const std::uint32_t code = NextCode();
     if (m_stale && ++m_staleCodes > kStaleCodeLimit)
@@ -325,10 +322,7 @@ void GifDecoder::Emit(const std::uint8_t* pixels, int n) {
 
 void GifDecoder::Decode() {
     InitCompressionStream();
-    const std::uint32_t clearCode = ClearCode;
-    const std::uint32_t endCode = EndCode;
-    const std::uint32_t highestRoot = HighestRootCode;
-    for (std::uint32_t root = 0; root <= highestRoot; ++root) {
+    for (std::uint32_t root = 0; root <= HighestRootCode; ++root) {
         m_length[root] = 1;
         m_head[root] = root & 0xFF;
         m_where[root] = kNowhere;
@@ -343,7 +337,34 @@ void GifDecoder::Decode() {
     m_dataStart = m_pos;
     const std::uint8_t* const data = m_file + m_pos;
     BitSource source{data, data, data, 0, 0, 0, true};
+    // The reader's fields are state a later decode starts from (a decode that runs out of
+    // data re-reads the last sub-block): however decoding ends, leave them where reading
+    // byte by byte would have left them.
+    try {
+        DecodeCodes(source);
+    } catch (...) {
+        KeepReaderState(source);
+        throw;
+    }
+    KeepReaderState(source);
+}
 
+std::uint64_t GifDecoder::Consumed(const BitSource& source) {
+    const std::uint64_t loaded = source.bytesBefore + std::uint64_t(source.in - source.blockStart);
+    return loaded * 8 - std::uint64_t(source.bitCount);
+}
+
+void GifDecoder::KeepReaderState(BitSource& source) {
+    if (!source.active)
+        return;
+    source.active = false;
+    HandOver(Consumed(source));
+}
+
+void GifDecoder::DecodeCodes(BitSource& source) {
+    const std::uint32_t clearCode = ClearCode;
+    const std::uint32_t endCode = EndCode;
+    const std::uint32_t highestRoot = HighestRootCode;
     // Until the first clear code the table holds whatever an earlier decode left (a fresh
     // object: FreeCode 0), and codes follow the table rules step by step. After a clear code
     // every reachable entry is this image's own; while the codes come from complete
@@ -597,6 +618,7 @@ void GifDecoder::WriteBitmapToStream() {
     }
     // Rows are written from number height down to 0, each only if it was completed.
     const auto done = m_done.begin();
+    PartialImage = std::count(done, done + m_height + 1, 1) < m_height ? InPlace(header) : QImage();
     if (!done[m_height] && std::all_of(done, done + m_height, [](std::uint8_t d) { return d; })) {
         std::memcpy(m_lines.data(), header, kPixelOffset);
         BitmapStream = std::move(m_lines);
@@ -608,4 +630,25 @@ void GifDecoder::WriteBitmapToStream() {
         BitmapStream = std::move(out);
     }
     m_lines = QByteArray();
+}
+
+QImage GifDecoder::InPlace(const std::uint8_t* header) {
+    QImage image(m_width, m_height, QImage::Format_Indexed8);
+    if (image.isNull())
+        return image;
+    QList<QRgb> colours(256);
+    for (int i = 0; i < 256; ++i) {
+        const std::uint8_t* entry = header + 54 + i * 4;
+        colours[i] = qRgb(entry[2], entry[1], entry[0]);
+    }
+    image.setColorTable(colours);
+    image.setDotsPerMeterX(143);
+    image.setDotsPerMeterY(143);
+    for (int row = 0; row < m_height; ++row) {
+        if (m_done[std::size_t(row)])
+            std::memcpy(image.scanLine(row), Slot(row), std::size_t(m_width));
+        else
+            std::memset(image.scanLine(row), 0, std::size_t(m_width));
+    }
+    return image;
 }

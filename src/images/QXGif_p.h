@@ -3,6 +3,7 @@
 #include "QXGif.h"
 
 #include <QByteArray>
+#include <QImage>
 #include <QString>
 #include <bitset>
 #include <cstdint>
@@ -63,6 +64,11 @@ public:
     std::uint8_t SubBlock[256] = {};
     QString Comment;
 
+    // The picture of an image whose data ended before the BMP file got a row for every line
+    // of the bitmap (null otherwise): full height, each completed row in its place and the
+    // rows never completed palette index 0, as viewers show a partial download.
+    QImage PartialImage;
+
 private:
     // Copies up to count bytes from the current position; returns how many there were.
     int Read(void* target, int count);
@@ -77,6 +83,9 @@ private:
     void CreateLine();
     void CreateBitHeader();
     void WriteBitmapToStream();
+    // The image with every completed row 0 to height - 1 in place, the others index 0;
+    // header is the BMP file's start, whose palette it takes.
+    QImage InPlace(const std::uint8_t* header);
 
     // Reads codes straight from the complete data sub-blocks of the copy, 64 bits at a time;
     // once a code needs bytes that are not there, NextCode takes over.
@@ -89,6 +98,12 @@ private:
         int bitCount;
         bool active;
     };
+    // Decodes codes up to the end code; Decode sets up the tables and the rows around it.
+    void DecodeCodes(BitSource& source);
+    // The bits of the data the source has handed out.
+    static std::uint64_t Consumed(const BitSource& source);
+    // Switches from the source to NextCode's byte-by-byte reading.
+    void KeepReaderState(BitSource& source);
     // The next code at CodeSize bits, from the source while it has enough bits.
     std::uint32_t ReadCode(BitSource& source);
     // Loads at least 57 bits, or all that the complete sub-blocks still hold.

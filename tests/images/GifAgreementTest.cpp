@@ -178,3 +178,20 @@ TEST(GifAgreement, ToolFailures) {
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(run.out.contains("Width: 3\nHeight: 2\n")) << run.out.toStdString();
 }
+
+TEST(GifAgreement, ToolWritesAPartialImageAtFullHeight) {
+    // 7 of 12 pixels: one row of 4 complete, the rest never written.
+    qxtest::TempDir dir;
+    const QByteArray cut = header(4, 3, 2, {0x000000, 0xFF0000, 0x00FF00, 0x0000FF}) +
+                           imageDescriptor(4, 3) +
+                           imageData(2, std::vector<std::uint8_t>{1, 2, 3, 1, 2, 2, 2}) + ';';
+    const auto run = qxtest::runQxtool({"gif2bmp", dir.write("cut.gif", cut), dir.file("cut.bmp")});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.err.contains("1 of 3 rows decoded")) << run.err.toStdString();
+    const QImage image(dir.file("cut.bmp"));
+    ASSERT_EQ(image.size(), QSize(4, 3));
+    EXPECT_EQ(image.pixel(0, 0), qRgb(255, 0, 0));
+    EXPECT_EQ(image.pixel(2, 0), qRgb(0, 0, 255));
+    EXPECT_EQ(image.pixel(1, 1), qRgb(0, 0, 0));
+    EXPECT_EQ(image.pixel(3, 2), qRgb(0, 0, 0));
+}

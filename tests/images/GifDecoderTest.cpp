@@ -2,6 +2,7 @@
 #include "GifBuilder.h"
 #include "QXGif.h"
 #include "TTimer.h"
+#include "TestSupport.h"
 
 #include <QBuffer>
 #include <gtest/gtest.h>
@@ -214,20 +215,40 @@ TEST(GifDecoder, InterlacedDataPastTheLastPassRewritesRows) {
             << "row " << 5 - i;
 }
 
-TEST(GifDecoder, ShortDataDropsRowsAndTheBitmapRejectsThem) {
-    // Five of six pixels: the last row is incomplete and not written.
-    auto gif = load(withData(3, 2, imageData(8, std::vector<std::uint8_t>{1, 2, 3, 4, 5})));
-    try {
-        gif->GetBitmap();
-        FAIL() << "an incomplete BMP loaded";
-    } catch (const EInvalidGraphic& e) {
-        EXPECT_EQ(e.Message(), "Bitmap image is not valid");
-    }
+TEST(GifDecoder, ImageDataEndingEarlyDrawsTheRowsDecoded) {
+    // Five of six pixels: the last row is incomplete. The BMP file holds only the rows that
+    // were completed; the bitmap has the full height with the missing row at index 0.
+    std::vector<std::uint32_t> colours{0x000080, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF, 0x808080};
+    auto gif = load(header(3, 2, 3, colours) + imageDescriptor(3, 2) +
+                    imageData(3, std::vector<std::uint8_t>{1, 2, 3, 4, 5}) + ';');
+    const QImage image = gif->GetBitmap()->Image();
     const QByteArray& stream = gif->BitmapStream();
     ASSERT_EQ(stream.size(), 1078 + 4);
     EXPECT_EQ(stream.mid(1078), QByteArray("\x01\x02\x03\x00", 4));
-    // The failed image does not decode again and shows an empty bitmap.
-    EXPECT_TRUE(gif->GetBitmap()->Empty());
+    ASSERT_EQ(image.size(), QSize(3, 2));
+    ASSERT_EQ(image.format(), QImage::Format_Indexed8);
+    for (int x = 0; x < 3; ++x) {
+        EXPECT_EQ(image.pixelIndex(x, 0), x + 1);
+        EXPECT_EQ(image.pixelIndex(x, 1), 0);
+    }
+    EXPECT_EQ(gif->Width(), 3);
+    EXPECT_EQ(gif->Height(), 2);
+    // Drawn: the decoded row in its colours, the missing one in colour 0.
+    TBitmap target(3, 2);
+    gif->Draw(target.Canvas(), Rect(0, 0, 3, 2));
+    EXPECT_EQ(qxtest::pixelBGR(target.Image(), 0, 0), 0x0000FF);
+    EXPECT_EQ(qxtest::pixelBGR(target.Image(), 2, 0), 0xFF0000);
+    EXPECT_EQ(qxtest::pixelBGR(target.Image(), 1, 1), 0x800000);
+
+    // An interlaced download cut after the first two lines: rows 0 and 4 are there.
+    std::vector<std::uint8_t> lines(2 * 4, 7);
+    std::fill(lines.begin() + 4, lines.end(), 9);
+    QByteArray cut = imageData(8, lines);
+    gif = load(withData(4, 6, cut, true));
+    const QImage partial = gif->GetBitmap()->Image();
+    ASSERT_EQ(partial.size(), QSize(4, 6));
+    for (int y = 0; y < 6; ++y)
+        EXPECT_EQ(partial.pixelIndex(3, y), y == 0 ? 7 : y == 4 ? 9 : 0) << "row " << y;
 }
 
 TEST(GifDecoder, LzwCodeSizes) {
@@ -372,16 +393,17 @@ TEST(GifDecoder, TruncatedFiles) {
     auto gif = load(full.left(dataEnd));
     gif->GetBitmap();
     expectPixels(*gif, pixels, 6, 5);
-    // Cut inside the extensions: the walk stops, no image.
-    QByteArray ext = header(1, 1, 8, greys()) + comment({"abc"});
-    gif = load(ext.left(ext.size() - 1));
-    EXPECT_TRUE(gif->GetBitmap()->Empty());
-    EXPECT_EQ(gif->Comment(), "abc");
     // Cut before the image data: every further read finds nothing.
     const QByteArray noData = header(2, 2, 8, greys()) + imageDescriptor(2, 2);
     EXPECT_EQ(decodeError(noData + QByteArray(1, char(8))), "No data");
-    // Data that runs out re-reads the last sub-block. A block of clear, 0, 1 comes round
-    // for ever and is stopped; a block with no clear code ends in a table error.
+    const QByteArray noClear = imageData(8, std::vector<std::uint8_t>(600, 1));
+    const QString error = decodeError(withData(30, 30, noClear.left(8)).chopped(1));
+    EXPECT_FALSE(error.isEmpty());
+}
+
+TEST(GifDecoder, GuardDataPastTheEndOfTheFileIsUnexpectedEof) {
+    // Data that runs out re-reads the last sub-block. A block of clear, 0, 1 comes round for
+    // ever: stopped with "Unexpected EOF" once a clear code comes round at the same place.
     const QByteArray loop = imageData(2, {Code{4, 3}, Code{0, 3}, Code{1, 3}, Code{4, 3},
                                           Code{0, 3}, Code{1, 3}, Code{4, 3}, Code{0, 3}});
     EXPECT_EQ(decodeError(withData(2, 2, loop.left(loop.size() - 1)).chopped(1)), "Unexpected EOF");
@@ -390,7 +412,59 @@ TEST(GifDecoder, TruncatedFiles) {
     // whose data is missing reads "5 6 7 3 clear 4" and then again for ever.
     const QByteArray mixed = QByteArray("\x07\x06\x80\x01\x02\x03\x80\x04\x03\x05\x06\x07\x06", 14);
     EXPECT_EQ(decodeError(withData(9, 9, mixed).chopped(1)), "Unexpected EOF");
-    const QByteArray noClear = imageData(8, std::vector<std::uint8_t>(600, 1));
-    const QString error = decodeError(withData(30, 30, noClear.left(8)).chopped(1));
-    EXPECT_FALSE(error.isEmpty());
+}
+
+TEST(GifDecoder, GuardExtensionChainCutByTheEndOfTheFileGivesNoImage) {
+    // Cut inside an extension's sub-blocks, after its terminator, and after its label: the
+    // walk stops where the next byte would decide how it goes on; no image and no error.
+    const QByteArray ext = header(1, 1, 8, greys()) + comment({"abc", "de"});
+    for (qsizetype cut : {ext.size() - 1, ext.size() - 3, ext.size(), qsizetype(ext.size() - 9)}) {
+        auto gif = load(ext.left(cut));
+        EXPECT_TRUE(gif->GetBitmap()->Empty()) << cut;
+        EXPECT_EQ(gif->FrameCount(), 0);
+    }
+    auto gif = load(ext.left(ext.size() - 1));
+    gif->GetBitmap();
+    EXPECT_EQ(gif->Comment(), "de");
+}
+
+TEST(GifDecoder, GuardNoTableEntryPast4095) {
+    // A decode that fails with a full table leaves FreeCode and MaxCode at 4096. The next
+    // decode on the same object starts without a clear code: its codes are decoded and the
+    // code size still grows (to 4 bits after the first code), but no entry 4096 is written.
+    LzwOptions noClear;
+    noClear.clearWhenFull = false;
+    auto gif = load(withData(200, 150, imageData(8, randomPixels(200 * 150, 256, 5), noClear)));
+    EXPECT_THROW(gif->GetBitmap(), EGifException);
+    gif->SetPalette(1);
+    QBuffer buffer;
+    buffer.setData(withData(3, 1, imageData(2, {Code{1, 3}, Code{2, 4}, Code{3, 4}, Code{5, 4}})));
+    buffer.open(QIODevice::ReadOnly);
+    gif->LoadFromStream(buffer);
+    gif->GetBitmap();
+    expectPixels(*gif, {1, 2, 3}, 3, 1);
+}
+
+TEST(GifDecoder, DecodingAgainOnTheSameObjectReadsTheSavedSubBlock) {
+    // A 2 x 1 image whose only sub-block 02 CC 01 holds clear, 1, 7 fails with "Bad code".
+    auto gif = load(withData(2, 1, QByteArray("\x02\x02\xCC\x01\x00", 5)));
+    try {
+        gif->GetBitmap();
+        FAIL() << "decoded";
+    } catch (const EGifException& e) {
+        EXPECT_EQ(e.Message(), "Bad code");
+    }
+    // A file of only a header and colour table decodes again with everything the first decode
+    // left: the image block, the code size and the sub-block, so it fails the same way.
+    gif->SetPalette(1);
+    QBuffer buffer;
+    buffer.setData(header(2, 1, 8, greys()));
+    buffer.open(QIODevice::ReadOnly);
+    gif->LoadFromStream(buffer);
+    try {
+        gif->GetBitmap();
+        FAIL() << "decoded";
+    } catch (const EGifException& e) {
+        EXPECT_EQ(e.Message(), "Bad code");
+    }
 }
