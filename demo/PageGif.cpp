@@ -17,7 +17,7 @@ namespace {
 
 // Writes an 8-bit image as a GIF with uncompressed LZW data: every pixel is a root code,
 // with a clear code before the table would need wider codes.
-QByteArray writeGif(const QImage& indexed, const QByteArray& comment) {
+QByteArray writeGif(const QImage& indexed, const QByteArray& comment, bool looping) {
     QByteArray out("GIF89a");
     auto put16 = [&](int v) {
         out.append(char(v & 0xFF));
@@ -33,6 +33,8 @@ QByteArray writeGif(const QImage& indexed, const QByteArray& comment) {
         out.append(char(qGreen(c)));
         out.append(char(qBlue(c)));
     }
+    if (looping) // an animation's "loop for ever" block
+        out.append(QByteArray("\x21\xFF\x0BNETSCAPE2.0\x03\x01\x00\x00\x00", 19));
     out.append(QByteArray("\x21\xF9\x04\x00\x07\x00\x00\x00", 8)); // 70 ms
     out.append("\x21\xFE");
     out.append(char(comment.size()));
@@ -137,12 +139,16 @@ public:
         auto* layout = new QVBoxLayout(this);
         auto* bar = new QHBoxLayout;
         auto* open = new QPushButton(QStringLiteral("Open GIF…"));
+        auto* still = new QPushButton(QStringLiteral("Sample"));
+        auto* looping = new QPushButton(QStringLiteral("Looping sample"));
         auto* zoom = new QSpinBox;
         zoom->setRange(1, 8);
         zoom->setValue(3);
         zoom->setPrefix(QStringLiteral("Zoom "));
         zoom->setSuffix(QStringLiteral("×"));
         bar->addWidget(open);
+        bar->addWidget(still);
+        bar->addWidget(looping);
         bar->addWidget(zoom);
         bar->addStretch(1);
         layout->addLayout(bar);
@@ -161,10 +167,18 @@ public:
             if (OpenFileDialog(QStringLiteral("Open GIF"), TPicture::FileDialogFilter(), file))
                 load(file);
         });
-        const QString sample = m_dir.filePath(QStringLiteral("sample.gif"));
+        connect(still, &QPushButton::clicked, this, [this]() { loadSample(false); });
+        connect(looping, &QPushButton::clicked, this, [this]() { loadSample(true); });
+        loadSample(false);
+    }
+
+    // Loads the sample picture; the looping one carries an animation's NETSCAPE block.
+    void loadSample(bool looping) {
+        const QString sample =
+            m_dir.filePath(looping ? QStringLiteral("looping.gif") : QStringLiteral("sample.gif"));
         QFile f(sample);
         if (f.open(QIODevice::WriteOnly))
-            f.write(writeGif(sampleArtwork(), "QXTools sample"));
+            f.write(writeGif(sampleArtwork(), "QXTools sample", looping));
         f.close();
         load(sample);
     }
@@ -188,7 +202,15 @@ private:
             m_view->picture.Graphic() ? m_view->picture.Graphic()->ClassName() : QString());
         if (gif && m_view->error.isEmpty()) {
             try {
-                gif->DIBNeeded();
+                if (gif->GetBitmap()->Empty()) {
+                    m_view->error = QStringLiteral(
+                        "No image found: the decoder reads only the blocks before the first "
+                        "image,\nand an application block such as an animation's NETSCAPE "
+                        "loop ends that walk.\nQt's own GIF reader (QImageReader) shows such "
+                        "files.");
+                    m_info->setText(text);
+                    return;
+                }
                 QStringList delays;
                 for (const TDelay& d : gif->Delays())
                     delays << QStringLiteral("%1 ms").arg(d.Delay);

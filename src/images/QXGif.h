@@ -66,6 +66,13 @@ enum TGIFScale : std::uint8_t { jsFullSize, jsHalf, jsQuarter, jsEighth };
 // code sizes 2 to 9, wants a clear code as soon as the code table is full, and walks the
 // blocks once, so only the first image of a file is decoded.
 //
+// Extensions other than graphic control and comment are skipped by taking their bytes as
+// sizes up to the first 0 byte. An animation's looping block (application extension
+// "NETSCAPE2.0", in nearly every animated GIF) has a 0 byte in its loop count (0 means "for
+// ever"), so the walk ends there and the file yields no image: GetBitmap() returns an empty
+// bitmap and raises no error. Animated GIFs are shown with Qt's own reader, QImageReader (or
+// QMovie), which reads every frame.
+//
 // Reads past the end of a cut file leave what an earlier read put there, and decoding goes on
 // with those bytes. Where following that literally would never end or would write outside a
 // table, the decoder stops instead:

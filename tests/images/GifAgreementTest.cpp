@@ -177,6 +177,15 @@ TEST(GifAgreement, ToolFailures) {
         {"gif2bmp", dir.write("ok.gif", simpleGif(3, 2, {1, 2, 3, 4, 5, 6})), dir.file("ok.bmp")});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(run.out.contains("Width: 3\nHeight: 2\n")) << run.out.toStdString();
+
+    // An animation's looping block ends the walk before the first image.
+    QByteArray animated = header(2, 1, 1, {0xFFFFFF, 0});
+    animated += QByteArray("\x21\xFF\x0BNETSCAPE2.0\x03\x01\x00\x00\x00", 19);
+    animated += imageDescriptor(2, 1) + imageData(2, std::vector<std::uint8_t>{1, 0}) + ';';
+    run = qxtest::runQxtool({"gif2bmp", dir.write("anim.gif", animated), dir.file("anim.bmp")});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("no image found")) << run.err.toStdString();
+    EXPECT_FALSE(QFile::exists(dir.file("anim.bmp")));
 }
 
 TEST(GifAgreement, ToolWritesAPartialImageAtFullHeight) {
