@@ -55,6 +55,19 @@ TEST(Canvas, WidePenStaysInsideTheRectangle) {
     EXPECT_EQ(s.at(9, 9), clWhite);
 }
 
+TEST(Canvas, EllipseTakesItsCornersInAnyOrder) {
+    Surface upright;
+    upright.canvas.Brush.Color = clRed;
+    upright.canvas.Ellipse(2, 3, 10, 11);
+    Surface swapped;
+    swapped.canvas.Brush.Color = clRed;
+    swapped.canvas.Ellipse(10, 11, 2, 3);
+    EXPECT_EQ(swapped.image, upright.image);
+    EXPECT_EQ(upright.at(6, 7), clRed);
+    EXPECT_EQ(upright.at(6, 3), clBlack);
+    EXPECT_EQ(upright.at(6, 11), clWhite);
+}
+
 TEST(Canvas, FillRectAndFrameRectExcludeRightAndBottom) {
     Surface s;
     s.canvas.Brush.Color = clNavy;
