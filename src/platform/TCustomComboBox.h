@@ -1,0 +1,74 @@
+#pragma once
+
+#include "QXExport.h"
+#include "TComponent.h"
+
+#include <QComboBox>
+#include <QPointer>
+#include <QStringList>
+#include <functional>
+
+// csDropDown lets the user type into the edit field; csDropDownList only picks from the list.
+enum TComboBoxStyle { csDropDown, csDropDownList };
+
+// A key handler: Key may be changed, 0 swallows the key.
+using TKeyEvent = std::function<void(QObject* Sender, int& Key, Qt::KeyboardModifiers Shift)>;
+
+// A combo box in the framework's terms. Change runs when the user picks an item or edits the
+// text, never when the program sets them; KeyDown runs before the box handles a key. The
+// loading phase ends at the first polish, as with TControl.
+class QXT_EXPORT TCustomComboBox : public QComboBox, public TComponentBase {
+    Q_OBJECT
+public:
+    explicit TCustomComboBox(QWidget* parent = nullptr);
+    ~TCustomComboBox() override;
+    QString Name() const { return objectName(); }
+    void SetName(const QString& name) { setObjectName(name); }
+    QString ClassName() const { return QString::fromLatin1(metaObject()->className()); }
+    QObject* AsObject() override { return this; }
+
+    // The list's entries.
+    QStringList Items() const;
+    // Replaces the entries (sorted when Sorted is on); the text is kept where it can be.
+    void SetItems(const QStringList& items);
+    // Appends an entry, or inserts it in order while Sorted is on; returns its index.
+    int AddItem(const QString& item);
+    // Removes every entry and the text.
+    void Clear();
+    // The selected entry; -1 for none.
+    int ItemIndex() const { return currentIndex(); }
+    void SetItemIndex(int index) { setCurrentIndex(index); }
+    // The text in the edit field (the selected entry for csDropDownList).
+    QString Text() const { return currentText(); }
+    void SetText(const QString& text);
+    // While on, the entries are kept in case-blind order; switching it on sorts them now.
+    bool Sorted() const { return m_sorted; }
+    void SetSorted(bool value);
+    TComboBoxStyle Style() const { return isEditable() ? csDropDown : csDropDownList; }
+    void SetStyle(TComboBoxStyle value) { setEditable(value == csDropDown); }
+    int Tag() const { return m_tag; }
+    void SetTag(int value) { m_tag = value; }
+    QSize sizeHint() const override;
+
+    // Fired by Change.
+    TNotifyEvent OnChange;
+    // Fired by KeyDown.
+    TKeyEvent OnKeyDown;
+
+protected:
+    // The user changed the selection or the text.
+    virtual void Change();
+    // A key reached the box; the base fires OnKeyDown.
+    virtual void KeyDown(int& Key, Qt::KeyboardModifiers Shift);
+    // The size a new box takes.
+    void SetDefaultSize(int width, int height);
+    bool event(QEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+
+private:
+    void connectEditor();
+    QPointer<QObject> m_editor; // the line edit Change is connected to
+    bool m_sorted = false;
+    int m_tag = 0;
+    QSize m_defaultSize{-1, -1};
+};
