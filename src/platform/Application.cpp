@@ -1,5 +1,7 @@
 #include "Application.h"
 
+#include "THintWindow_p.h"
+
 #include <QCoreApplication>
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -64,6 +66,48 @@ QString TApplication::ExeName() {
 
 QObject* TApplication::Owner() {
     return QCoreApplication::instance();
+}
+
+THintManager* TApplication::hints() {
+    if (!m_hints)
+        m_hints = new THintManager(this);
+    return m_hints;
+}
+
+void TApplication::SetShowHint(bool value) {
+    if (value == m_showHint)
+        return;
+    m_showHint = value;
+    if (value)
+        hints()->RecreateWindow(m_hintWindowClass);
+    else
+        hints()->DestroyWindow();
+}
+
+void TApplication::SetHintPause(int value) {
+    m_hintPause = value;
+}
+
+void TApplication::SetHintShortPause(int value) {
+    m_hintShortPause = value;
+}
+
+void TApplication::SetHintHidePause(int value) {
+    m_hintHidePause = value;
+}
+
+THintWindow* TApplication::HintWindow() const {
+    return m_hints ? m_hints->Window() : nullptr;
+}
+
+void TApplication::ActivateHint(const QPoint& cursorPos) {
+    if (m_showHint)
+        hints()->ActivateHint(cursorPos);
+}
+
+void TApplication::CancelHint() {
+    if (m_hints)
+        m_hints->CancelHint();
 }
 
 TApplication* Application() {

@@ -4,8 +4,18 @@
 
 #include <QCursor>
 #include <QObject>
+#include <QPoint>
 #include <QString>
 #include <QStringList>
+
+class THintWindow;
+class THintManager;
+
+// How the application makes its hint window (see HintWindowClassOf in THintWindow.h).
+struct THintWindowClass {
+    const char* Name = nullptr;
+    THintWindow* (*Create)() = nullptr;
+};
 
 // Cursor numbers as the framework gives them.
 using TCursor = int;
@@ -48,10 +58,41 @@ public:
     // The object owning application-wide helpers (the application's QCoreApplication).
     static QObject* Owner();
 
+    // Whether hints show at all; false hides every tooltip, Qt's own included. Switching it on
+    // makes a new hint window of HintWindowClass.
+    bool ShowHint() const { return m_showHint; }
+    void SetShowHint(bool value);
+    // Milliseconds the pointer rests on a control before its hint shows (default 500).
+    int HintPause() const { return m_hintPause; }
+    void SetHintPause(int value);
+    // Milliseconds before the next control's hint shows while a hint is up (default 50).
+    int HintShortPause() const { return m_hintShortPause; }
+    void SetHintShortPause(int value);
+    // Milliseconds a hint stays up (default 2500).
+    int HintHidePause() const { return m_hintHidePause; }
+    void SetHintHidePause(int value);
+    // The class hints are shown with; without one, Qt's own tooltips serve. It takes effect
+    // when ShowHint is next switched on.
+    THintWindowClass HintWindowClass() const { return m_hintWindowClass; }
+    void SetHintWindowClass(const THintWindowClass& value) { m_hintWindowClass = value; }
+    // The window hints show in now, or nullptr.
+    THintWindow* HintWindow() const;
+    // Shows the hint of the control under the global position at once.
+    void ActivateHint(const QPoint& cursorPos);
+    // Hides the hint; the next pointer move starts waiting again.
+    void CancelHint();
+
 private:
     friend QXT_EXPORT TApplication* Application();
     TApplication();
+    THintManager* hints();
     bool m_terminated = false;
+    bool m_showHint = true;
+    int m_hintPause = 500;
+    int m_hintShortPause = 50;
+    int m_hintHidePause = 2500;
+    THintWindowClass m_hintWindowClass;
+    THintManager* m_hints = nullptr;
 };
 
 // The one application object (requires a QCoreApplication).
