@@ -1,6 +1,7 @@
 #include "Dialogs.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QFileDialog>
 #include <QMessageBox>
 
@@ -46,6 +47,10 @@ int qtDialog(TDialogRequest& r) {
             return mrCancel;
         r.Path = file;
         return mrOk;
+    }
+    case dkForm: {
+        const int result = r.Form ? r.Form->exec() : mrCancel;
+        return result == QDialog::Rejected ? mrCancel : result;
     }
     case dkMessage:
     case dkQuestion:
@@ -133,4 +138,12 @@ bool OpenFileDialog(const QString& caption, const QString& filter, QString& file
         return false;
     fileName = r.Path;
     return true;
+}
+
+int ShowModalForm(QDialog* form) {
+    TDialogRequest r;
+    r.Kind = dkForm;
+    r.Text = form ? form->windowTitle() : QString();
+    r.Form = form;
+    return dispatch(r);
 }

@@ -35,7 +35,9 @@ constexpr int mrAll = 8;
 constexpr int mrNoToAll = 9;
 constexpr int mrYesToAll = 10;
 
-enum TDialogKind { dkMessage, dkQuestion, dkSelectDirectory, dkOpenFile };
+enum TDialogKind { dkMessage, dkQuestion, dkSelectDirectory, dkOpenFile, dkForm };
+
+class QDialog;
 
 // One request to the dialog service. Path is in/out for the directory and file choosers.
 struct TDialogRequest {
@@ -43,8 +45,9 @@ struct TDialogRequest {
     QString Text; // message, or the chooser's caption
     TMsgDlgType Type = mtInformation;
     TMsgDlgButtons Buttons;
-    QString Filter; // file chooser: "Images (*.gif *.bmp)"
-    QString Path;   // chooser: start directory in, the choice out
+    QString Filter;          // file chooser: "Images (*.gif *.bmp)"
+    QString Path;            // chooser: start directory in, the choice out
+    QDialog* Form = nullptr; // dkForm: the form to show modally (a handler may fill it in)
 };
 
 // Answers a request with a modal result (mrOk/mrCancel for the choosers).
@@ -61,5 +64,8 @@ QXT_EXPORT int MessageDlg(const QString& text, TMsgDlgType type, TMsgDlgButtons 
                           int helpContext = 0);
 // Lets the user choose a directory; true and the choice in directory when one was chosen.
 QXT_EXPORT bool SelectDirectory(const QString& caption, QString& directory);
+// Shows a form of the program modally; returns its modal result (mrOk when accepted, mrCancel
+// when rejected, or the result the form ended with).
+QXT_EXPORT int ShowModalForm(QDialog* form);
 // Lets the user choose an existing file; true and the choice in fileName when one was chosen.
 QXT_EXPORT bool OpenFileDialog(const QString& caption, const QString& filter, QString& fileName);
