@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -225,23 +226,36 @@ template <typename Drop> QByteArray without(const QByteArray& data, Drop drop) {
     return out;
 }
 
-// An exclusive advisory lock on the hidden file ".NAME.lock" beside the file, released when
-// the object goes. The INI file itself cannot carry the lock, as every write replaces it.
+// An exclusive advisory lock on the INI file itself, released when the object goes; nothing
+// is left beside the file. Every write replaces the file, so a writer that waited on the lock
+// of the file it opened checks that the name still belongs to that file and otherwise locks the
+// new one. A missing file is created empty to carry the lock.
 class WriteLock {
 public:
-    explicit WriteLock(const QString& path) {
-        const QFileInfo info(path);
-        const QString lockName =
-            info.path() + QStringLiteral("/.") + info.fileName() + QStringLiteral(".lock");
-        m_fd = ::open(QFile::encodeName(lockName).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-        if (m_fd < 0)
-            return;
-        while (::flock(m_fd, LOCK_EX) != 0) {
-            if (errno != EINTR) {
-                ::close(m_fd);
-                m_fd = -1;
-                return;
+    explicit WriteLock(const QString& path) : m_path(QFile::encodeName(path)) {
+        for (;;) {
+            m_created = false;
+            m_fd = open(0);
+            if (m_fd < 0 && errno == ENOENT) {
+                m_fd = open(O_CREAT | O_EXCL);
+                m_created = m_fd >= 0;
+                if (m_fd < 0 && errno == EEXIST)
+                    continue;
             }
+            if (m_fd < 0)
+                return;
+            int rc;
+            while ((rc = ::flock(m_fd, LOCK_EX)) != 0 && errno == EINTR) {
+            }
+            struct stat held {};
+            struct stat named {};
+            if (rc == 0 && ::fstat(m_fd, &held) == 0 && ::stat(m_path.constData(), &named) == 0 &&
+                held.st_dev == named.st_dev && held.st_ino == named.st_ino)
+                return;
+            ::close(m_fd);
+            m_fd = -1;
+            if (rc != 0)
+                return;
         }
     }
     ~WriteLock() {
@@ -251,9 +265,25 @@ public:
     WriteLock(const WriteLock&) = delete;
     WriteLock& operator=(const WriteLock&) = delete;
     bool held() const { return m_fd >= 0; }
+    // Removes the file if it was only created to carry the lock; the lock is still held, so no
+    // other writer is inside, and one waiting on it finds the name gone and starts again.
+    void removeIfCreated() const {
+        if (m_created)
+            ::unlink(m_path.constData());
+    }
 
 private:
+    // Writable where possible, as NFS grants exclusive locks only to writers; a file without
+    // write permission is still replaced by the rename, as before.
+    int open(int flags) const {
+        const int fd = ::open(m_path.constData(), O_RDWR | O_CLOEXEC | flags, 0666);
+        return fd < 0 && errno == EACCES ? ::open(m_path.constData(), O_RDONLY | O_CLOEXEC | flags)
+                                         : fd;
+    }
+
+    QByteArray m_path;
     int m_fd = -1;
+    bool m_created = false;
 };
 
 [[noreturn]] void writeError(const QString& path) {
@@ -270,8 +300,10 @@ template <typename Change> void rewrite(const QString& path, Change change) {
         writeError(path);
     const QByteArray before = readFile(path);
     const QByteArray after = change(before);
-    if (after == before)
+    if (after == before) {
+        lock.removeIfCreated();
         return;
+    }
     QSaveFile out(path);
     if (!out.open(QIODevice::WriteOnly) || out.write(after) != after.size() || !out.commit())
         writeError(path);

@@ -24,9 +24,10 @@ public:
 //
 // Nothing is cached: every read looks at the file as it is on disk, and every write reads the
 // file, changes it and replaces it atomically (a temporary file in the same directory renamed
-// over it) while holding an exclusive advisory lock on the hidden file ".NAME.lock" beside it. A
-// writer killed half-way thus leaves the old or the new file, and writers in different processes
-// never lose each other's keys. Missing directories of the file are created on the first write.
+// over it) while holding an exclusive advisory lock on the file itself. A writer killed half-way
+// thus leaves the old or the new file, writers in different processes never lose each other's
+// keys, and no lock file is left behind. Missing directories of the file are created on the
+// first write.
 // Line breaks inside names and values would split the line, so they are written as blanks.
 class QXT_EXPORT TIniFile {
 public:

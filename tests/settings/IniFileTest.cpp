@@ -136,6 +136,10 @@ TEST(IniFileWrite, EraseAndDelete) {
     none.EraseSection(QStringLiteral("x"));
     none.DeleteKey(QStringLiteral("x"), QStringLiteral("y"));
     EXPECT_FALSE(QFile::exists(none.FileName()));
+    // Nothing else is left beside the files either: the lock is the file itself.
+    EXPECT_EQ(QDir(dir.path())
+                  .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot),
+              QStringList{QStringLiteral("a.ini")});
 }
 
 TEST(IniFileWrite, NewFilesLineBreaksAndEncoding) {

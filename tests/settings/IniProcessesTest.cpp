@@ -2,6 +2,7 @@
 
 #include "TestSupport.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QThread>
@@ -25,6 +26,12 @@ const QByteArray base = [] {
 QByteArray versionFile(int n) {
     return base + "[Data]\npayload=" + QByteArray::number(n) + ":" +
            QByteArray(100000, char('a' + n % 26)) + "\n";
+}
+
+// Every name in the directory, hidden ones included.
+QStringList entries(const QString& dir) {
+    return QDir(dir).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                               QDir::NoDotAndDotDot);
 }
 
 } // namespace
@@ -58,8 +65,31 @@ TEST(IniFileProcesses, TwoWritersLoseNothing) {
     const QStringList order = keys.ToStringList();
     EXPECT_LT(order.indexOf(QStringLiteral("B0")), order.indexOf(QStringLiteral("A499")));
     EXPECT_LT(order.indexOf(QStringLiteral("A0")), order.indexOf(QStringLiteral("B499")));
-    // Everything else is untouched.
+    // Everything else is untouched, and the lock left nothing beside the file.
     EXPECT_TRUE(readAll(f).startsWith(base + "\n[Data]\n"));
+    EXPECT_EQ(entries(dir.path()), QStringList{QStringLiteral("shared.ini")});
+}
+
+// Writing nothing to a missing file creates it only for the time of the lock; a writer that
+// creates the file at the same moment loses nothing to that removal.
+TEST(IniFileProcesses, WriterBesideANoOpOnAMissingFile) {
+    qxtest::TempDir dir;
+    const QString f = dir.file(QStringLiteral("new.ini"));
+    QProcess eraser;
+    QProcess writer;
+    eraser.start(QStringLiteral(QX_INI_WRITER),
+                 {QStringLiteral("erase"), f, QStringLiteral("W299")});
+    ASSERT_TRUE(eraser.waitForStarted(60000));
+    writer.start(QStringLiteral(QX_INI_WRITER),
+                 {QStringLiteral("keys"), f, QStringLiteral("W"), QStringLiteral("300")});
+    ASSERT_TRUE(writer.waitForFinished(300000));
+    ASSERT_TRUE(eraser.waitForFinished(300000));
+    EXPECT_EQ(writer.exitCode(), 0) << writer.readAllStandardError().constData();
+    EXPECT_EQ(eraser.exitCode(), 0) << eraser.readAllStandardError().constData();
+    TStringList keys;
+    TIniFile(f).ReadSection(QStringLiteral("Data"), &keys);
+    EXPECT_EQ(keys.Count(), 300);
+    EXPECT_EQ(entries(dir.path()), QStringList{QStringLiteral("new.ini")});
 }
 
 TEST(IniFileProcesses, KilledWriterLeavesOldOrNewFile) {

@@ -3,6 +3,8 @@
 //   qx_ini_writer versions FILE            rewrites key "payload" of [Data] until killed; each
 //                                          version is "N:" followed by 100000 copies of one
 //                                          letter, printing "started" after the first
+//   qx_ini_writer erase FILE KEY           erases the absent section [None] (which writes
+//                                          nothing) until KEY of [Data] is present
 #include "TIniFile.h"
 
 #include <QString>
@@ -31,6 +33,17 @@ int main(int argc, char** argv) {
             }
         }
     }
-    std::fputs("usage: qx_ini_writer keys FILE PREFIX COUNT | versions FILE\n", stderr);
+    if (argc == 4 && std::strcmp(argv[1], "erase") == 0) {
+        TIniFile ini(QString::fromLocal8Bit(argv[2]));
+        const QString key = QString::fromLocal8Bit(argv[3]);
+        for (int n = 0; n < 1000000; ++n) {
+            ini.EraseSection(QStringLiteral("None"));
+            if (ini.ValueExists(QStringLiteral("Data"), key))
+                return 0;
+        }
+        return 1;
+    }
+    std::fputs("usage: qx_ini_writer keys FILE PREFIX COUNT | versions FILE | erase FILE KEY\n",
+               stderr);
     return 2;
 }
