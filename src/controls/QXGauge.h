@@ -37,7 +37,7 @@ using enum QXGaugeEnums::TQXGaugeKind;
 //   the vertical kind splits it from the bottom.
 class QXT_EXPORT TQXGauge : public TCustomControl, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(TBevelEnums::TBevelCut BorderStyle READ BorderStyle WRITE SetBorderStyle)
     Q_PROPERTY(int BorderWidth READ BorderWidth WRITE SetBorderWidth)
     Q_PROPERTY(int Boxes READ Boxes WRITE SetBoxes)

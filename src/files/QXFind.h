@@ -25,7 +25,7 @@ using NotFindFileEvent = FindFileEvent;
 // pending events run for every entry.
 class QXT_EXPORT TQXFind : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(QString FilePattern READ FilePattern WRITE SetFilePattern)
     Q_PROPERTY(bool Subdirs READ Subdirs WRITE SetSubdirs)
     Q_PROPERTY(QString StartPath READ StartPath WRITE SetStartPath)

@@ -71,8 +71,10 @@ constexpr TQXAboutString QXPicClipVersion = "08.02.97";
 
 // Gives a component the about property. A component derives from TQXAboutCarrier, passes its
 // version constant, and declares
-//     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
-// Writes are dropped: the property always reads the built-in version text.
+//     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
+// Writes are dropped: the property always reads the built-in version text. Not designable, as
+// Qt Designer would offer an editable row whose edits vanish; the "About QXTools..." entry of
+// the component's task menu shows the about dialog instead.
 class TQXAboutCarrier {
 public:
     constexpr explicit TQXAboutCarrier(const TQXAboutString& version) : m_version(version) {}

@@ -23,7 +23,7 @@
 // sections are the columns.
 class QXT_EXPORT TQXINI : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
     Q_PROPERTY(QString INIFileName READ INIFileName WRITE SetINIFileName)
     Q_PROPERTY(QxutilEnums::TWinPosStyle SaveWinPos READ SaveWinPos WRITE SetSaveWinPos)

@@ -13,7 +13,7 @@ namespace {
 // Components carrying the about property with a plain and a beta version text.
 class TAboutPlain : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
 public:
     explicit TAboutPlain(QObject* owner = nullptr)
         : TComponent(owner), TQXAboutCarrier(QXCopyVersion) {}
@@ -21,7 +21,7 @@ public:
 
 class TAboutBeta : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
 public:
     explicit TAboutBeta(QObject* owner = nullptr)
         : TComponent(owner), TQXAboutCarrier(QXPanelVersion) {}
