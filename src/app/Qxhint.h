@@ -56,7 +56,7 @@ QXT_EXPORT QString ReplaceString(const QString& text, const QString& from, const
 // turn of the event loop, or EndLoading), and never inside the designer.
 class QXT_EXPORT TQXHint : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(bool Active READ Active WRITE SetActive)
     Q_PROPERTY(QColor Color READ colorProperty WRITE setColorProperty)
     Q_PROPERTY(int DefaultWidth READ DefaultWidth WRITE SetDefaultWidth)
