@@ -1,19 +1,196 @@
-// The first display section: box gauges driven by a slider, with a simulated level meter.
+// The first display sections: the LCD panel, the dot-matrix marquee and box gauges driven by
+// a slider, with a simulated level meter.
 #include "DemoPage.h"
 
 #include "QXGauge.h"
+#include "Qxdotpan.h"
+#include "Qxlcdpan.h"
 
 #include <QCheckBox>
+#include <QColorDialog>
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPixmap>
+#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRandomGenerator>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTime>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <functional>
 
 namespace {
+
+// Holds a control that chooses its own size (outside any layout) and asks the page's layout
+// for exactly that room.
+class Stage : public QWidget {
+public:
+    explicit Stage(QWidget* control) : m_control(control) {
+        control->setParent(this);
+        control->move(0, 0);
+        control->installEventFilter(this);
+    }
+    QSize sizeHint() const override { return m_control->size(); }
+    QSize minimumSizeHint() const override { return m_control->size(); }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* e) override {
+        if (watched == m_control && e->type() == QEvent::Resize)
+            updateGeometry();
+        return QWidget::eventFilter(watched, e);
+    }
+
+private:
+    QWidget* m_control;
+};
+
+// A button showing a colour; clicking it chooses another.
+QPushButton* colourButton(const QString& text, TColor initial, std::function<void(TColor)> set) {
+    auto* button = new QPushButton(text);
+    auto show = [button](TColor c) {
+        QPixmap swatch(14, 14);
+        swatch.fill(TColorToQColor(c));
+        button->setIcon(QIcon(swatch));
+    };
+    show(initial);
+    QObject::connect(button, &QPushButton::clicked, button, [button, set, show]() {
+        const QColor c = QColorDialog::getColor(Qt::white, button, button->text());
+        if (!c.isValid())
+            return;
+        set(QColorToTColor(c));
+        show(QColorToTColor(c));
+    });
+    return button;
+}
+
+QSpinBox* spin(const QString& prefix, int low, int high, int value) {
+    auto* box = new QSpinBox;
+    box->setRange(low, high);
+    box->setValue(value);
+    box->setPrefix(prefix);
+    return box;
+}
+
+class LCDPage : public QWidget {
+public:
+    explicit LCDPage(QWidget* parent) : QWidget(parent) {
+        auto* layout = new QVBoxLayout(this);
+        m_lcd = new TQXLCDPanel;
+        layout->addWidget(new Stage(m_lcd));
+        auto* text = new QPlainTextEdit(QStringLiteral("QXTools 3.0\nLCD panel 15 segments"));
+        text->setMaximumHeight(60);
+        layout->addWidget(text);
+        auto* options = new QHBoxLayout;
+        auto* columns = spin(QStringLiteral("Columns "), 1, 40, 20);
+        auto* rows = spin(QStringLiteral("Rows "), 1, 8, 2);
+        auto* clock = new QCheckBox(QStringLiteral("Clock"));
+        options->addWidget(columns);
+        options->addWidget(rows);
+        options->addWidget(colourButton(QStringLiteral("Lit"), m_lcd->LCDHiColor(),
+                                        [this](TColor c) { m_lcd->SetLCDHiColor(c); }));
+        options->addWidget(colourButton(QStringLiteral("Unlit"), m_lcd->LCDLoColor(),
+                                        [this](TColor c) { m_lcd->SetLCDLoColor(c); }));
+        options->addWidget(colourButton(QStringLiteral("Background"), m_lcd->Color(),
+                                        [this](TColor c) { m_lcd->SetColor(c); }));
+        options->addWidget(clock);
+        options->addStretch(1);
+        layout->addLayout(options);
+
+        auto fit = [this, columns, rows]() {
+            m_lcd->SetColumns(std::uint8_t(columns->value()));
+            m_lcd->SetRows(std::uint8_t(rows->value()));
+            m_lcd->SetBounds(0, 0, columns->value() * 30, rows->value() * 40);
+        };
+        connect(columns, &QSpinBox::valueChanged, this, fit);
+        connect(rows, &QSpinBox::valueChanged, this, fit);
+        connect(text, &QPlainTextEdit::textChanged, this,
+                [this, text]() { m_lcd->Items()->SetText(text->toPlainText()); });
+        auto* tick = new QTimer(this);
+        connect(tick, &QTimer::timeout, this, [this]() {
+            m_lcd->SetCaption(QTime::currentTime().toString(QStringLiteral("hh:mm:ss")));
+        });
+        connect(clock, &QCheckBox::toggled, this, [tick, text](bool on) {
+            if (on) {
+                tick->start(1000);
+            } else {
+                tick->stop();
+                emit text->textChanged();
+            }
+        });
+        fit();
+        m_lcd->Items()->SetText(text->toPlainText());
+    }
+
+private:
+    TQXLCDPanel* m_lcd = nullptr;
+};
+
+class DOTPage : public QWidget {
+public:
+    explicit DOTPage(QWidget* parent) : QWidget(parent) {
+        auto* layout = new QVBoxLayout(this);
+        m_dot = new TQXDOTPanel;
+        m_dot->EndLoading();
+        layout->addWidget(new Stage(m_dot));
+        auto* text = new QLineEdit(QStringLiteral("Welcome to QXTools: dot-matrix marquee "
+                                                  "with 64 characters - 0123456789 +-*/ ?!"));
+        layout->addWidget(text);
+        auto* options = new QHBoxLayout;
+        auto* columns = spin(QStringLiteral("Columns "), 1, 40, 30);
+        auto* rows = spin(QStringLiteral("Rows "), 1, 4, 1);
+        auto* interval = spin(QStringLiteral("Interval "), 0, 1000, 30);
+        interval->setSuffix(QStringLiteral(" ms"));
+        auto* pixels = new QCheckBox(QStringLiteral("By pixels"));
+        pixels->setChecked(true);
+        options->addWidget(columns);
+        options->addWidget(rows);
+        options->addWidget(interval);
+        options->addWidget(pixels);
+        options->addStretch(1);
+        layout->addLayout(options);
+        auto* colours = new QHBoxLayout;
+        colours->addWidget(colourButton(QStringLiteral("Lit"), clLime,
+                                        [this](TColor c) { m_dot->SetDOTHiColor(c); }));
+        colours->addWidget(colourButton(QStringLiteral("Unlit"), 0x008000,
+                                        [this](TColor c) { m_dot->SetDOTLoColor(c); }));
+        colours->addWidget(colourButton(QStringLiteral("Background"), clBlack,
+                                        [this](TColor c) { m_dot->SetColor(c); }));
+        m_passes = new QLabel;
+        colours->addWidget(m_passes);
+        colours->addStretch(1);
+        layout->addLayout(colours);
+
+        connect(columns, &QSpinBox::valueChanged, this,
+                [this](int v) { m_dot->SetColumns(std::uint8_t(v)); });
+        connect(rows, &QSpinBox::valueChanged, this,
+                [this](int v) { m_dot->SetRows(std::uint8_t(v)); });
+        connect(interval, &QSpinBox::valueChanged, this, [this](int v) { m_dot->SetInterval(v); });
+        connect(pixels, &QCheckBox::toggled, this, [this](bool on) { m_dot->SetScrollChar(!on); });
+        connect(text, &QLineEdit::textChanged, this,
+                [this](const QString& t) { m_dot->SetCaption(t); });
+        m_dot->OnStartText = [this](QObject*) { showPasses(++m_passCount); };
+        m_dot->SetColumns(30);
+        m_dot->SetScrollChar(false);
+        m_dot->SetCaption(text->text());
+        m_dot->SetInterval(30);
+        // Show the text already running in.
+        for (int i = 0; i < 21 * 12; ++i)
+            m_dot->QXOnTime();
+        showPasses(0);
+    }
+
+private:
+    void showPasses(int n) { m_passes->setText(QStringLiteral("Passes: %1").arg(n)); }
+    TQXDOTPanel* m_dot = nullptr;
+    QLabel* m_passes = nullptr;
+    int m_passCount = 0;
+};
 
 class GaugePage : public QWidget {
 public:
@@ -111,5 +288,9 @@ private:
 
 } // namespace
 
+QXDEMO_PAGE({qxdemo::Family::Display, QStringLiteral("LCD panel (TQXLCDPanel)"),
+             [](QWidget* parent) -> QWidget* { return new LCDPage(parent); }})
+QXDEMO_PAGE({qxdemo::Family::Display, QStringLiteral("Dot-matrix panel (TQXDOTPanel)"),
+             [](QWidget* parent) -> QWidget* { return new DOTPage(parent); }})
 QXDEMO_PAGE({qxdemo::Family::Display, QStringLiteral("Gauge (TQXGauge)"),
              [](QWidget* parent) -> QWidget* { return new GaugePage(parent); }})
