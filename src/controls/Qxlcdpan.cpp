@@ -3,6 +3,7 @@
 #include "QXDesign.h"
 #include "QXTools.h"
 
+#include <QPainter>
 #include <QVector>
 #include <algorithm>
 #include <array>
@@ -214,15 +215,20 @@ const QImage& TQXLCDPanel::cellPicture(QChar ch, int width, int height) {
     auto found = m_cells.constFind(id);
     if (found != m_cells.constEnd())
         return *found;
-    // Segments reach the rectangle's right and bottom edges, one pixel past its size.
-    TBitmap cell(width + 1, height + 1);
-    TCanvas* canvas = cell.Canvas();
-    canvas->SetPalette(palette());
-    canvas->Brush.Style = bsSolid;
-    canvas->Brush.Color = Color();
-    canvas->FillRect(Rect(0, 0, width + 1, height + 1));
-    DrawLCD(canvas, Rect(0, 0, width, height), m_segmentSize, QChar(id));
-    return *m_cells.insert(id, cell.Image());
+    // Segments reach the rectangle's right and bottom edges, one pixel past its size. One
+    // painter serves all the segments of the cell.
+    QImage cell(width + 1, height + 1, QImage::Format_RGB32);
+    QPainter painter(&cell);
+    TCanvas canvas;
+    canvas.SetPalette(palette());
+    canvas.Attach(&painter, cell.rect());
+    canvas.Brush.Style = bsSolid;
+    canvas.Brush.Color = Color();
+    canvas.FillRect(Rect(0, 0, width + 1, height + 1));
+    DrawLCD(&canvas, Rect(0, 0, width, height), m_segmentSize, QChar(id));
+    canvas.Detach();
+    painter.end();
+    return *m_cells.insert(id, cell);
 }
 
 void TQXLCDPanel::Paint() {
