@@ -70,9 +70,6 @@ struct Command {
     QList<Entry> exitCodes{};
     QStringList examples{};
     std::function<int(const Call&)> run{};
-    // The command draws or uses widgets: it runs under a QApplication instead of the plain
-    // core application.
-    bool gui = false;
 
     // "find [--subdirs] DIR PATTERN"
     QString usage() const;

@@ -2,24 +2,10 @@
 
 #include "Dialogs.h"
 
-#include <QApplication>
 #include <QCoreApplication>
 #include <algorithm>
-#include <memory>
 
 namespace {
-
-// Qt warns when XDG_RUNTIME_DIR is unset (servers, containers, cron) as soon as anything asks
-// for the runtime directory; the GUI application does at start-up. That is not about the
-// user's work, so it is the one message dropped; everything else goes through.
-QtMessageHandler previousHandler = nullptr;
-
-void quietHandler(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (type == QtWarningMsg &&
-        message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
-        return;
-    previousHandler(type, context, message);
-}
 
 // The library's messages go to standard error; a question is answered with its cancel button.
 int messageToStderr(TDialogRequest& request) {
@@ -54,27 +40,17 @@ int unknownCommand(const QString& name) {
     return 2;
 }
 
-// The application object the command needs: drawing needs a GUI application (offscreen when
-// there is no display), everything else the plain core application, which loads no platform.
-std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv, bool gui) {
-    if (!gui)
-        return std::make_unique<QCoreApplication>(argc, argv);
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
-        qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    return std::make_unique<QApplication>(argc, argv);
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
-    previousHandler = qInstallMessageHandler(quietHandler);
     // Taken before the application object, which removes the words Qt knows (-platform, ...).
     QStringList words;
     for (int i = 1; i < argc; ++i)
         words << QString::fromLocal8Bit(argv[i]);
     const qxtool::Command* command = words.isEmpty() ? nullptr : qxtool::findCommand(words[0]);
-    const auto app = makeApplication(argc, argv, command && command->gui);
+    // The core application: a GUI one would load a platform plugin, and Qt's start-up of that
+    // looks for the runtime directory and warns on every call where XDG_RUNTIME_DIR is unset.
+    const QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("qxtool"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QXTOOLS_VERSION));
     SetDialogHandler(messageToStderr);

@@ -145,18 +145,24 @@ TEST(Qxtool, QuietWithoutRuntimeDirectoryOrDisplay) {
     qxtest::TempDir dir;
     const QProcessEnvironment env = bareEnvironment(dir.path());
     dir.write(QStringLiteral("a.txt"), "");
+    // A 1 x 1 GIF: decoding needs no display either.
+    dir.write(QStringLiteral("one.gif"),
+              QByteArray::fromHex("474946383961010001008000000000"
+                                  "00ffffff2c00000000010001000002024401003b"));
     const QString ini = dir.file(QStringLiteral("q.ini"));
-    const QList<QStringList> calls = {{"--version"},
-                                      {"--help"},
-                                      {"help", "killpath"},
-                                      {"match", "A.TXT", "*.TXT"},
-                                      {"hexversion", "3.0.4"},
-                                      {"find", dir.path(), "*.txt", "--subdirs"},
-                                      {"ini", ini, "write", "S", "K", "V"},
-                                      {"ini", ini, "read", "S", "K"},
-                                      {"nextname", dir.file(QStringLiteral("N##.txt"))},
-                                      {"verinfo", dir.file(QStringLiteral("a.txt"))},
-                                      {"winstart"}};
+    const QList<QStringList> calls = {
+        {"--version"},
+        {"--help"},
+        {"help", "killpath"},
+        {"match", "A.TXT", "*.TXT"},
+        {"hexversion", "3.0.4"},
+        {"find", dir.path(), "*.txt", "--subdirs"},
+        {"ini", ini, "write", "S", "K", "V"},
+        {"ini", ini, "read", "S", "K"},
+        {"nextname", dir.file(QStringLiteral("N##.txt"))},
+        {"verinfo", dir.file(QStringLiteral("a.txt"))},
+        {"winstart"},
+        {"gif2bmp", dir.file(QStringLiteral("one.gif")), dir.file(QStringLiteral("one.bmp"))}};
     for (const QStringList& args : calls) {
         const auto run = qxtest::runQxtool(args, env);
         EXPECT_EQ(run.exitCode, 0) << args.join(' ').toStdString();
