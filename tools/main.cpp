@@ -1,6 +1,7 @@
 #include "Dispatch.h"
 
 #include "Dialogs.h"
+#include "QXToolsVersion.h"
 
 #include <QCoreApplication>
 #include <algorithm>
@@ -52,7 +53,7 @@ int main(int argc, char** argv) {
     // looks for the runtime directory and warns on every call where XDG_RUNTIME_DIR is unset.
     const QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("qxtool"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(QXTOOLS_VERSION));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QXTOOLS_VERSION_STR));
     SetDialogHandler(messageToStderr);
 
     if (command) {
@@ -72,7 +73,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (first == QLatin1String("--version") && words.size() == 1) {
-        qxtool::out() << "qxtool " << QXTOOLS_VERSION << Qt::endl;
+        qxtool::out() << "qxtool " << QXTOOLS_VERSION_STR << Qt::endl;
         return 0;
     }
     if (first == QLatin1String("help") && words.size() == 2) {

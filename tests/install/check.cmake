@@ -1,7 +1,7 @@
 # Installs the build into a scratch prefix, as a user would, and checks what the prefix gives:
 # the programs and the Designer plugin run from it in a clean environment (no LD_LIBRARY_PATH,
 # nothing of the build tree), and an outside project builds against it.
-# Called with -DBUILD_DIR=... -DSOURCE_DIR=... -DWORK_DIR=... -DDESIGNER=ON|OFF
+# Called with -DBUILD_DIR=... -DSOURCE_DIR=... -DWORK_DIR=... -DDESIGNER=ON|OFF -DVERSION=x.y.z
 file(REMOVE_RECURSE ${WORK_DIR})
 set(prefix ${WORK_DIR}/prefix)
 execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix}
@@ -71,10 +71,49 @@ execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/build RESULT_VARIAB
 if(rc)
   message(FATAL_ERROR "the outside project did not build")
 endif()
+# The version macros give the project's version, as text and as Qt compares versions.
+string(REPLACE "." ";" parts ${VERSION})
+list(GET parts 0 major)
+list(GET parts 1 minor)
+list(GET parts 2 patch)
+math(EXPR number "(${major} << 16) | (${minor} << 8) | ${patch}" OUTPUT_FORMAT HEXADECIMAL)
+string(REGEX REPLACE "^0x" "" number ${number})
+string(LENGTH ${number} digits)
+while(digits LESS 6)
+  string(PREPEND number 0)
+  math(EXPR digits "${digits} + 1")
+endwhile()
+set(expected "a,b,c b ${VERSION} ${number}\n")
 execute_process(COMMAND ${WORK_DIR}/build/consumer RESULT_VARIABLE rc OUTPUT_VARIABLE out)
-if(rc OR NOT out STREQUAL "a,b,c b\n")
+if(rc OR NOT out STREQUAL expected)
   message(FATAL_ERROR "the outside program printed '${out}' and exited ${rc}")
 endif()
+
+# The same program built with nothing but pkg-config and the compiler.
+file(GLOB pc_file ${prefix}/lib*/pkgconfig/QXTools.pc)
+get_filename_component(pc_dir "${pc_file}" DIRECTORY)
+execute_process(COMMAND env PKG_CONFIG_PATH=${pc_dir} pkg-config --cflags --libs QXTools
+                RESULT_VARIABLE rc OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE)
+if(rc)
+  message(FATAL_ERROR "pkg-config QXTools: exit ${rc}, gave '${flags}'")
+endif()
+separate_arguments(flags UNIX_COMMAND "${flags}")
+execute_process(COMMAND c++ ${SOURCE_DIR}/consumer/main.cpp ${flags} -Wl,-rpath,${pc_dir}/..
+                        -o ${WORK_DIR}/pc-consumer RESULT_VARIABLE rc ERROR_VARIABLE err)
+if(rc)
+  message(FATAL_ERROR "the outside program did not build with pkg-config's flags: ${err}")
+endif()
+run_clean(${WORK_DIR}/pc-consumer)
+if(rc OR NOT out STREQUAL expected)
+  message(FATAL_ERROR "the pkg-config build printed '${out}' and exited ${rc}")
+endif()
+
+# The licence, the changelog and the README come with the prefix.
+foreach(doc LICENSE CHANGELOG.md README.md)
+  if(NOT EXISTS ${prefix}/share/doc/QXTools/${doc})
+    message(FATAL_ERROR "${doc} is not installed under share/doc/QXTools")
+  endif()
+endforeach()
 
 if(DESIGNER)
   file(GLOB plugin ${prefix}/lib*/qt6/plugins/designer/*.so)
