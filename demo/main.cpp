@@ -1,3 +1,4 @@
+#include "AppIcon.h"
 #include "DemoPage.h"
 
 #include <QApplication>
@@ -10,6 +11,8 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cstdio>
 
 namespace qxdemo {
 
@@ -66,6 +69,14 @@ QWidget* familyTab(const FamilyInfo& info) {
     return scroll;
 }
 
+// The tabs' names, in the order of the tabs.
+QStringList pageNames() {
+    QStringList names;
+    for (const FamilyInfo& info : families)
+        names << QLatin1String(info.name);
+    return names;
+}
+
 } // namespace
 
 bool registerPage(Page page) {
@@ -76,12 +87,13 @@ bool registerPage(Page page) {
 } // namespace qxdemo
 
 int main(int argc, char** argv) {
-    // --screenshot works without a display.
-    bool screenshot = false;
-    for (int i = 1; i < argc; ++i)
-        if (QByteArray(argv[i]) == "--screenshot")
-            screenshot = true;
-    if (screenshot && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
+    // --screenshot and --help work without a display.
+    bool headless = false;
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray word(argv[i]);
+        headless = headless || word == "--screenshot" || word == "--help" || word == "-h";
+    }
+    if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
         qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
@@ -94,12 +106,24 @@ int main(int argc, char** argv) {
     const QCommandLineOption shotOption(QStringLiteral("screenshot"),
                                         QStringLiteral("Render the window into FILE and exit."),
                                         QStringLiteral("FILE"));
-    const QCommandLineOption pageOption(QStringLiteral("page"),
-                                        QStringLiteral("Open the tab NAME (Images, Sound, ...)."),
-                                        QStringLiteral("NAME"));
+    const QStringList pages = qxdemo::pageNames();
+    const QCommandLineOption pageOption(
+        QStringLiteral("page"),
+        QStringLiteral("Open the tab NAME: %1.").arg(pages.join(QStringLiteral(", "))),
+        QStringLiteral("NAME"));
     parser.addOption(shotOption);
     parser.addOption(pageOption);
     parser.process(app);
+    const QString page = parser.value(pageOption);
+    const auto named = std::find_if(pages.begin(), pages.end(), [&](const QString& name) {
+        return name.compare(page, Qt::CaseInsensitive) == 0;
+    });
+    if (parser.isSet(pageOption) && named == pages.end()) {
+        std::fprintf(stderr, "qxdemo: Eine Seite \"%s\" gibt es nicht. Die Seiten sind: %s.\n",
+                     qPrintable(page), qPrintable(pages.join(QStringLiteral(", "))));
+        return 2;
+    }
+    QApplication::setWindowIcon(qxdemo::galleryIcon());
 
     QMainWindow window;
     window.setWindowTitle(QStringLiteral("QXTools Gallery"));
@@ -108,11 +132,8 @@ int main(int argc, char** argv) {
         tabs->addTab(qxdemo::familyTab(info), QLatin1String(info.name));
     window.setCentralWidget(tabs);
     window.resize(900, 640);
-    if (parser.isSet(pageOption)) {
-        for (int i = 0; i < tabs->count(); ++i)
-            if (tabs->tabText(i).compare(parser.value(pageOption), Qt::CaseInsensitive) == 0)
-                tabs->setCurrentIndex(i);
-    }
+    if (named != pages.end())
+        tabs->setCurrentIndex(int(named - pages.begin()));
     window.show();
 
     if (parser.isSet(shotOption)) {
