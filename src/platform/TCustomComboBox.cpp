@@ -83,6 +83,11 @@ void TCustomComboBox::SetText(const QString& text) {
         setCurrentIndex(findText(text));
 }
 
+void TCustomComboBox::SetStyle(TComboBoxStyle value) {
+    setEditable(value == csDropDown);
+    connectEditor();
+}
+
 void TCustomComboBox::SetSorted(bool value) {
     if (value == m_sorted)
         return;
@@ -119,10 +124,13 @@ void TCustomComboBox::KeyDown(int& Key, Qt::KeyboardModifiers Shift) {
 }
 
 bool TCustomComboBox::event(QEvent* e) {
-    if (e->type() == QEvent::Polish)
+    // Not at the first polish as with TControl: a combo box is polished while it is being
+    // built, before a derived class's Loaded could run.
+    if (e->type() == QEvent::Show)
         EndLoading();
     const bool result = QComboBox::event(e);
-    if (e->type() == QEvent::ChildAdded)
+    // A child is announced while it is still being built; by its polish it is in place.
+    if (e->type() == QEvent::ChildPolished)
         connectEditor();
     return result;
 }
@@ -134,5 +142,12 @@ void TCustomComboBox::keyPressEvent(QKeyEvent* e) {
         e->accept();
         return;
     }
-    QComboBox::keyPressEvent(e);
+    if (key == e->key()) {
+        QComboBox::keyPressEvent(e);
+        return;
+    }
+    // The box acts on the key the handler put in place of the pressed one.
+    QKeyEvent changed(e->type(), key, e->modifiers(), QString(), e->isAutoRepeat());
+    QComboBox::keyPressEvent(&changed);
+    e->setAccepted(changed.isAccepted());
 }

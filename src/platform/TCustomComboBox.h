@@ -16,7 +16,7 @@ using TKeyEvent = std::function<void(QObject* Sender, int& Key, Qt::KeyboardModi
 
 // A combo box in the framework's terms. Change runs when the user picks an item or edits the
 // text, never when the program sets them; KeyDown runs before the box handles a key. The
-// loading phase ends at the first polish, as with TControl.
+// loading phase ends when the box is first shown (or at EndLoading).
 class QXT_EXPORT TCustomComboBox : public QComboBox, public TComponentBase {
     Q_OBJECT
 public:
@@ -45,7 +45,7 @@ public:
     bool Sorted() const { return m_sorted; }
     void SetSorted(bool value);
     TComboBoxStyle Style() const { return isEditable() ? csDropDown : csDropDownList; }
-    void SetStyle(TComboBoxStyle value) { setEditable(value == csDropDown); }
+    void SetStyle(TComboBoxStyle value);
     int Tag() const { return m_tag; }
     void SetTag(int value) { m_tag = value; }
     QSize sizeHint() const override;
