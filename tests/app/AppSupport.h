@@ -2,6 +2,8 @@
 
 #include <QImage>
 #include <QString>
+#include <QStringList>
+#include <ostream>
 
 namespace apptest {
 
@@ -21,3 +23,11 @@ inline unsigned shadowed(unsigned bgr) {
 }
 
 } // namespace apptest
+
+// Readable strings in failure messages (found by GoogleTest through the argument's namespace).
+inline void PrintTo(const QString& text, std::ostream* os) {
+    *os << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QStringList& list, std::ostream* os) {
+    *os << '{' << list.join(QStringLiteral(", ")).toStdString() << '}';
+}
