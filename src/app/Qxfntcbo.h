@@ -41,7 +41,7 @@ using enum QxfntcboEnums::TPitch;
 // - Escape goes back to SelFont; the choice is not undone on Control.
 class QXT_EXPORT TQXFontCombo : public TCustomComboBox, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(QxfntcboEnums::TCharSet CharSet READ CharSet WRITE SetCharSet)
     Q_PROPERTY(QWidget* Control READ Control WRITE SetControl)
     Q_PROPERTY(QxfntcboEnums::TPitch Pitch READ Pitch WRITE SetPitch)
