@@ -1,17 +1,25 @@
 // Decoding single-image GIF files: TGIFImage (load + first bitmap) against giflib's DGifSlurp
-// and Qt's own GIF reader, all on the same bytes (encoded by giflib).
+// and Qt's own GIF reader, all on the same bytes (encoded by giflib), decode after decode in
+// one process (warm) and as the first decode of a new process (fresh).
 #include "QXGif.h"
 
 #include "GiflibMemory.h"
 #include <QBuffer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QImageReader>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <gif_lib.h>
 #include <map>
 #include <random>
+#include <sys/resource.h>
 #include <vector>
 
 namespace {
@@ -72,6 +80,29 @@ const QByteArray& sample(int kind, int size) {
     return bytes;
 }
 
+long minorFaults() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_minflt;
+}
+
+// Counts the minor page faults of the decodes (pages the process touches for the first time,
+// or again after giving them back) as "faults" per decode.
+class FaultCounter {
+public:
+    explicit FaultCounter(benchmark::State& state) : m_state(state), m_start(minorFaults()) {}
+    ~FaultCounter() {
+        m_state.counters["faults"] =
+            benchmark::Counter(double(minorFaults() - m_start), benchmark::Counter::kAvgIterations);
+    }
+    FaultCounter(const FaultCounter&) = delete;
+    FaultCounter& operator=(const FaultCounter&) = delete;
+
+private:
+    benchmark::State& m_state;
+    long m_start;
+};
+
 void setLabel(benchmark::State& state) {
     const QByteArray& bytes = sample(int(state.range(0)), int(state.range(1)));
     state.SetLabel((state.range(0) == 0 ? "photo-256 " : "flat-2 ") + std::to_string(bytes.size()) +
@@ -79,46 +110,99 @@ void setLabel(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(1) * state.range(1));
 }
 
-void BM_QXGif(benchmark::State& state) {
-    const QByteArray& bytes = sample(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state) {
-        QBuffer buffer;
-        buffer.setData(bytes);
-        buffer.open(QIODevice::ReadOnly);
-        TGIFImage gif;
-        gif.LoadFromStream(buffer);
-        TBitmap* bitmap = gif.GetBitmap();
-        benchmark::DoNotOptimize(bitmap->Image().constBits());
-    }
-    setLabel(state);
-}
+// The three decoders, each from the file's bytes to the first picture; false on failure.
+enum Decoder { kQXGif, kGiflib, kQt };
 
-void BM_Giflib(benchmark::State& state) {
-    const QByteArray& bytes = sample(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state) {
+bool decode(Decoder decoder, const QByteArray& bytes) {
+    if (decoder == kGiflib) {
         Reader reader{&bytes};
         int error = 0;
         GifFileType* gif = DGifOpen(&reader, readFromBuffer, &error);
-        if (!gif || DGifSlurp(gif) != GIF_OK)
-            state.SkipWithError("giflib failed");
-        benchmark::DoNotOptimize(gif->SavedImages[0].RasterBits);
+        if (!gif)
+            return false;
+        const bool ok = DGifSlurp(gif) == GIF_OK;
+        if (ok)
+            benchmark::DoNotOptimize(gif->SavedImages[0].RasterBits);
         DGifCloseFile(gif, &error);
+        return ok;
     }
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    if (decoder == kQt) {
+        QImageReader reader(&buffer, "gif");
+        const QImage image = reader.read();
+        benchmark::DoNotOptimize(image.constBits());
+        return !image.isNull();
+    }
+    TGIFImage gif;
+    gif.LoadFromStream(buffer);
+    benchmark::DoNotOptimize(gif.GetBitmap()->Image().constBits());
+    return true;
+}
+
+// Warm process: decode after decode in this process.
+template <Decoder D> void BM_Warm(benchmark::State& state) {
+    const QByteArray& bytes = sample(int(state.range(0)), int(state.range(1)));
+    FaultCounter faults(state);
+    for (auto _ : state)
+        if (!decode(D, bytes))
+            state.SkipWithError("decoding failed");
     setLabel(state);
 }
 
-void BM_QtGif(benchmark::State& state) {
-    const QByteArray& bytes = sample(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state) {
-        QBuffer buffer;
-        buffer.setData(bytes);
-        buffer.open(QIODevice::ReadOnly);
-        QImageReader reader(&buffer, "gif");
-        const QImage image = reader.read();
-        if (image.isNull())
-            state.SkipWithError("Qt failed");
-        benchmark::DoNotOptimize(image.constBits());
+// Fresh process: each decode is the first of a new process (this program started again with
+// --fresh DECODER FILE), which reads the file and reports the time and the minor page faults
+// of the decode alone.
+constexpr const char* kFreshOption = "--fresh";
+
+int freshDecode(const char* decoder, const char* path) {
+    QFile file(QString::fromLocal8Bit(path));
+    if (!file.open(QIODevice::ReadOnly))
+        return 1;
+    const QByteArray bytes = file.readAll();
+    const long faultsBefore = minorFaults();
+    const auto start = std::chrono::steady_clock::now();
+    const bool ok = decode(Decoder(std::atoi(decoder)), bytes);
+    const auto end = std::chrono::steady_clock::now();
+    const long faults = minorFaults() - faultsBefore;
+    std::printf("%lld %ld\n", static_cast<long long>(std::chrono::nanoseconds(end - start).count()),
+                faults);
+    return ok ? 0 : 1;
+}
+
+const QString& sampleFile(int kind, int size) {
+    static QTemporaryDir dir;
+    static std::map<std::pair<int, int>, QString> paths;
+    QString& path = paths[{kind, size}];
+    if (path.isEmpty()) {
+        path = dir.filePath(QStringLiteral("%1-%2.gif").arg(kind).arg(size));
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(sample(kind, size)) < 0)
+            path.clear();
     }
+    return path;
+}
+
+template <Decoder D> void BM_Fresh(benchmark::State& state) {
+    const QString& path = sampleFile(int(state.range(0)), int(state.range(1)));
+    double faults = 0;
+    for (auto _ : state) {
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(),
+                    {QString::fromLatin1(kFreshOption), QString::number(D), path});
+        long long nanoseconds = 0;
+        long childFaults = 0;
+        if (path.isEmpty() || !child.waitForFinished(60000) || child.exitCode() != 0 ||
+            std::sscanf(child.readAllStandardOutput().constData(), "%lld %ld", &nanoseconds,
+                        &childFaults) != 2) {
+            state.SkipWithError("decoding in a fresh process failed");
+            break;
+        }
+        state.SetIterationTime(double(nanoseconds) * 1e-9);
+        faults += double(childFaults);
+    }
+    state.counters["faults"] = benchmark::Counter(faults, benchmark::Counter::kAvgIterations);
     setLabel(state);
 }
 
@@ -130,13 +214,27 @@ void sizes(benchmark::internal::Benchmark* b) {
     b->Unit(benchmark::kMillisecond)->Repetitions(9)->ReportAggregatesOnly(true);
 }
 
-BENCHMARK(BM_QXGif)->Apply(sizes);
-BENCHMARK(BM_Giflib)->Apply(sizes);
-BENCHMARK(BM_QtGif)->Apply(sizes);
+// One decode per repetition, each in a process of its own.
+void freshSizes(benchmark::internal::Benchmark* b) {
+    sizes(b);
+    b->Iterations(1)->UseManualTime();
+}
+
+BENCHMARK(BM_Warm<kQXGif>)->Name("BM_QXGif")->Apply(sizes);
+BENCHMARK(BM_Warm<kGiflib>)->Name("BM_Giflib")->Apply(sizes);
+BENCHMARK(BM_Warm<kQt>)->Name("BM_QtGif")->Apply(sizes);
+BENCHMARK(BM_Fresh<kQXGif>)->Name("BM_QXGifFresh")->Apply(freshSizes);
+BENCHMARK(BM_Fresh<kGiflib>)->Name("BM_GiflibFresh")->Apply(freshSizes);
+BENCHMARK(BM_Fresh<kQt>)->Name("BM_QtGifFresh")->Apply(freshSizes);
 
 } // namespace
 
 int main(int argc, char** argv) {
+    if (argc == 4 && std::strcmp(argv[1], kFreshOption) == 0) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        QGuiApplication app(argc, argv);
+        return freshDecode(argv[2], argv[3]);
+    }
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);

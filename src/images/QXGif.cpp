@@ -18,7 +18,25 @@ namespace {
 QByteArray readExactly(TStream& stream, qint64 size) {
     if (size < 0 || (!stream.isSequential() && size > stream.size() - stream.pos()))
         readError();
+    // All of a buffer's bytes are shared rather than copied (whichever side changes them later
+    // gets its own copy then); part of them is copied once.
+    if (auto* buffer = qobject_cast<QBuffer*>(&stream)) {
+        QByteArray bytes = buffer->data().mid(buffer->pos(), size);
+        buffer->seek(buffer->pos() + size);
+        return bytes;
+    }
     QByteArray bytes;
+    if (!stream.isSequential()) {
+        // One allocation of the known size, filled by as many reads as the device needs.
+        bytes.resize(size);
+        for (qint64 at = 0; at < size;) {
+            const qint64 n = stream.read(bytes.data() + at, size - at);
+            if (n <= 0)
+                readError();
+            at += n;
+        }
+        return bytes;
+    }
     while (bytes.size() < size) {
         const QByteArray chunk = stream.read(std::min<qint64>(size - bytes.size(), 1 << 20));
         if (chunk.isEmpty())
@@ -208,7 +226,7 @@ QString TGIFImage::Comment() const {
 }
 
 const QByteArray& TGIFImage::BitmapStream() const {
-    return m_decoder->BitmapStream;
+    return m_decoder->Stream();
 }
 
 void TGIFImage::ReadStream(qint64 size, TStream& stream) {
@@ -236,14 +254,11 @@ void TGIFImage::ParseMem() {
 
 void TGIFImage::TakeFrame() {
     ++FrameIndex;
+    // An image without pixels makes no bitmap, as its BMP file would not load.
+    if (m_decoder->Bitmap().isNull())
+        throw EInvalidGraphic(QStringLiteral("Bitmap image is not valid"));
     auto frame = std::make_unique<TBitmap>();
-    if (!m_decoder->PartialImage.isNull()) {
-        frame->SetImage(m_decoder->PartialImage);
-    } else {
-        QBuffer buffer(&m_decoder->BitmapStream);
-        buffer.open(QIODevice::ReadOnly);
-        frame->LoadFromStream(buffer);
-    }
+    frame->SetImage(m_decoder->Bitmap());
     FrameList.push_back(std::move(frame));
     if (FrameIndex == 1) {
         if (!m_bitmap)

@@ -3,13 +3,13 @@
 #include <QtEndian>
 #include <algorithm>
 #include <cstring>
+#include <new>
+#include <utility>
 
 namespace {
 
 // Rows are copied through a line buffer of this many bytes.
 constexpr int kMaxWidth = 2049;
-// File header, info header and a 256-entry palette: where the BMP pixel rows start.
-constexpr int kPixelOffset = 14 + 40 + 256 * 4;
 constexpr std::uint32_t kTableSize = 4096;
 constexpr int kLargestCodeSize = 12;
 // Codes read after the end of the copy without a clear code. Without one, every code either
@@ -128,12 +128,7 @@ void GifDecoder::ReadImageBlock() {
         Interlaced = true;
         Pass = 0;
     }
-    // Rows 0 to height - 1 are written in place behind the headers; a row numbered height
-    // (data past the last row) has a slot of its own.
-    m_stride = (m_width + 3) & ~3;
-    m_lines = QByteArray(kPixelOffset + qsizetype(m_height) * m_stride, Qt::Uninitialized);
-    m_rowHeight.assign(static_cast<std::size_t>(m_stride), 0);
-    m_done.assign(static_cast<std::size_t>(m_height) + 1, 0);
+    m_rows = GifRows(m_width, m_height);
     CreateBitHeader();
     Decode();
     WriteBitmapToStream();
@@ -264,25 +259,26 @@ void GifDecoder::NoteStaleClear() {
     m_staleCodes = 0;
 }
 
-std::uint8_t* GifDecoder::Slot(std::int32_t row) {
-    if (row == m_height)
-        return m_rowHeight.data();
-    return reinterpret_cast<std::uint8_t*>(m_lines.data()) + kPixelOffset +
-           qsizetype(m_height - 1 - row) * m_stride;
+GifRows::GifRows(int width, int height)
+    : image(width, height, QImage::Format_Indexed8), past(std::size_t((width + 3) & ~3), 0),
+      done(std::size_t(height) + 1, 0), width(width), height(height), stride((width + 3) & ~3) {
+    if (width > 0 && height > 0 && image.isNull())
+        throw std::bad_alloc();
+    lines = image.isNull() ? nullptr : image.bits();
 }
 
 void GifDecoder::SelectRow() {
-    m_rowInSlot = Row >= 0 && Row <= m_height && !m_done[std::size_t(Row)];
-    m_rowPtr = m_rowInSlot ? Slot(Row) : LineBuffer;
+    m_rowInSlot = Row >= 0 && Row <= m_height && !m_rows.done[std::size_t(Row)];
+    m_rowPtr = m_rowInSlot ? m_rows.Slot(Row) : LineBuffer;
 }
 
 void GifDecoder::CreateLine() {
     if (m_rowInSlot) {
-        std::memset(m_rowPtr + m_width, 0, std::size_t(m_stride - m_width));
-        m_done[std::size_t(Row)] = 1;
+        std::memset(m_rowPtr + m_width, 0, std::size_t(m_rows.stride - m_width));
+        m_rows.done[std::size_t(Row)] = 1;
     } else if (Row >= 0 && Row <= m_height) {
         // A row met again (interlaced data running past its last pass) replaces its record.
-        std::memcpy(Slot(Row), LineBuffer, std::size_t(m_width));
+        std::memcpy(m_rows.Slot(Row), LineBuffer, std::size_t(m_width));
         m_rewritten = true;
     }
     // Row numbers wrap as 32-bit values and the pass as a byte.
@@ -463,8 +459,8 @@ void GifDecoder::DecodeCodes(BitSource& source) {
         std::uint32_t mask = CodeMask[codeSize];
         std::uint8_t* out = m_rowPtr + m_x;
         int remaining = m_remaining;
-        std::uint8_t* const lines = reinterpret_cast<std::uint8_t*>(m_lines.data());
-        // Strings in a row of m_lines that is written for the first time stay where they are,
+        std::uint8_t* const lines = m_rows.lines;
+        // Strings in a row of the image that is written for the first time stay where they are,
         // until a row is written a second time.
         bool steady = m_rowInSlot && Row != m_height;
         bool copying = !m_rewritten;
@@ -599,7 +595,7 @@ void GifDecoder::CreateBitHeader() {
 }
 
 void GifDecoder::WriteBitmapToStream() {
-    std::uint8_t header[kPixelOffset];
+    std::uint8_t* header = m_fileStart;
     header[0] = 'B';
     header[1] = 'M';
     // The stated file size is width * height + 819 whatever the padding.
@@ -609,46 +605,70 @@ void GifDecoder::WriteBitmapToStream() {
     put32(header + 10, kPixelOffset);
     std::memcpy(header + 14, BitmapInfo, sizeof BitmapInfo);
     const std::uint8_t* table = UseLocalColourTable ? LocalColourTable : GlobalColourTable;
+    QList<QRgb> colours(256);
     for (int i = 0; i < 256; ++i) {
         std::uint8_t* entry = header + 54 + i * 4;
         entry[0] = table[i * 3 + 2];
         entry[1] = table[i * 3 + 1];
         entry[2] = table[i * 3];
         entry[3] = 0;
-    }
-    // Rows are written from number height down to 0, each only if it was completed.
-    const auto done = m_done.begin();
-    PartialImage = std::count(done, done + m_height + 1, 1) < m_height ? InPlace(header) : QImage();
-    if (!done[m_height] && std::all_of(done, done + m_height, [](std::uint8_t d) { return d; })) {
-        std::memcpy(m_lines.data(), header, kPixelOffset);
-        BitmapStream = std::move(m_lines);
-    } else {
-        QByteArray out(reinterpret_cast<const char*>(header), kPixelOffset);
-        for (std::int32_t row = m_height; row >= 0; --row)
-            if (done[row])
-                out.append(reinterpret_cast<const char*>(Slot(row)), m_stride);
-        BitmapStream = std::move(out);
-    }
-    m_lines = QByteArray();
-}
-
-QImage GifDecoder::InPlace(const std::uint8_t* header) {
-    QImage image(m_width, m_height, QImage::Format_Indexed8);
-    if (image.isNull())
-        return image;
-    QList<QRgb> colours(256);
-    for (int i = 0; i < 256; ++i) {
-        const std::uint8_t* entry = header + 54 + i * 4;
         colours[i] = qRgb(entry[2], entry[1], entry[0]);
     }
+    // The file's rows are put together when BitmapStream() is asked for; a bitmap needs none.
+    m_written = std::exchange(m_rows, GifRows());
+    m_streamDue = true;
+    m_bitmap = m_written.Picture(colours);
+}
+
+const QByteArray& GifDecoder::Stream() {
+    if (m_streamDue) {
+        // Rows are written from number height down to 0, each only if it was completed.
+        m_streamDue = false;
+        const auto done = m_written.done.begin();
+        const auto rows = std::count(done, m_written.done.end(), 1);
+        BitmapStream = QByteArray(kPixelOffset + rows * m_written.stride, Qt::Uninitialized);
+        std::memcpy(BitmapStream.data(), m_fileStart, kPixelOffset);
+        char* out = BitmapStream.data() + kPixelOffset;
+        for (std::int32_t row = m_written.height; row >= 0; --row) {
+            if (done[row]) {
+                std::memcpy(out, m_written.Slot(row), std::size_t(m_written.stride));
+                out += m_written.stride;
+            }
+        }
+    }
+    return BitmapStream;
+}
+
+QImage GifRows::Picture(const QList<QRgb>& colours) {
+    if (image.isNull())
+        return {};
     image.setColorTable(colours);
     image.setDotsPerMeterX(143);
     image.setDotsPerMeterY(143);
-    for (int row = 0; row < m_height; ++row) {
-        if (m_done[std::size_t(row)])
-            std::memcpy(image.scanLine(row), Slot(row), std::size_t(m_width));
-        else
-            std::memset(image.scanLine(row), 0, std::size_t(m_width));
+    const auto written = std::size_t(std::count(done.begin(), done.end(), 1));
+    if (written < std::size_t(height)) {
+        // Too few rows for the BMP file: each completed row in its place, the others 0.
+        for (int row = 0; row < height; ++row)
+            if (!done[std::size_t(row)])
+                std::memset(Slot(row), 0, std::size_t(stride));
+        return image;
     }
-    return image;
+    if (!done[std::size_t(height)])
+        return image;
+    // Rows 0 to height all there but one (or none): a BMP reader takes the first height rows
+    // of the file, bottom-up, which moves the rows by the row numbered height.
+    std::vector<std::int32_t> order;
+    for (std::int32_t row = height; row >= 0; --row)
+        if (done[std::size_t(row)])
+            order.push_back(row);
+    QImage moved(width, height, QImage::Format_Indexed8);
+    if (moved.isNull())
+        throw std::bad_alloc();
+    moved.setColorTable(colours);
+    moved.setDotsPerMeterX(143);
+    moved.setDotsPerMeterY(143);
+    for (int y = 0; y < height; ++y)
+        std::memcpy(moved.scanLine(y), Slot(order[std::size_t(height - 1 - y)]),
+                    std::size_t(stride));
+    return moved;
 }

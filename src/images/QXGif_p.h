@@ -9,9 +9,36 @@
 #include <cstdint>
 #include <vector>
 
+// The rows of an image as they are completed: rows 0 to height - 1 in the lines of an 8-bit
+// QImage, which becomes the bitmap without a copy, and row height (data past the last row) in
+// a slot of its own. done marks the rows completed, the last completion winning.
+struct GifRows {
+    GifRows() = default;
+    // Raises std::bad_alloc when there is no memory for the image.
+    GifRows(int width, int height);
+    // The slot of a row number from 0 to height.
+    std::uint8_t* Slot(std::int32_t row) {
+        return row == height ? past.data() : lines + qsizetype(row) * stride;
+    }
+    // The bitmap of the rows with these colours: the image itself when every row 0 to
+    // height - 1 is there; rows never completed are set to index 0 when too few are there for
+    // the BMP file; when row height was completed too, the rows as a BMP reader takes them.
+    // Null for an image without pixels.
+    QImage Picture(const QList<QRgb>& colours);
+
+    QImage image;
+    std::uint8_t* lines = nullptr;
+    std::vector<std::uint8_t> past;
+    std::vector<std::uint8_t> done;
+    int width = 0;
+    int height = 0;
+    int stride = 0;
+};
+
 // The decoder state of one TGIFImage. It reads the in-memory copy of a GIF file the way the
 // file is laid out: header, screen descriptor, global colour table, extensions, then the
-// first image, whose LZW data becomes an 8-bit BMP file in BitmapStream.
+// first image, whose LZW data becomes an 8-bit bitmap and, when asked for, the BMP file of
+// the design (BitmapStream).
 //
 // Reads from the copy never fail: a read past its end copies what is there and leaves the
 // rest of the target unchanged, so a truncated file decodes on with the bytes it had.
@@ -26,8 +53,15 @@ public:
     // starts with "GIF"); returns the logical screen width and height.
     void ReadScreen(const QByteArray& file, std::int32_t& width, std::int32_t& height);
     // Walks file up to and including the first image; appends one delay per graphic-control
-    // extension. Returns true when an image was decoded into BitmapStream.
+    // extension. Returns true when an image was decoded.
     bool ParseMem(const QByteArray& file, std::vector<TDelay>& delays);
+    // The bitmap of the image decoded last (null when it has no pixels).
+    const QImage& Bitmap() const { return m_bitmap; }
+    // The BMP file of the image decoded last, put together when first asked for.
+    const QByteArray& Stream();
+
+    // File header, info header and a 256-entry palette: where the BMP pixel rows start.
+    static constexpr int kPixelOffset = 14 + 40 + 256 * 4;
 
     // --- state kept between calls, as the object's fields ---
     std::uint8_t Header[6] = {};
@@ -41,7 +75,7 @@ public:
     bool Interlaced = false;
     std::uint8_t Pass = 0;
     std::uint8_t BitmapInfo[40] = {};
-    QByteArray BitmapStream;
+    QByteArray BitmapStream; // its rows are put together by Stream()
     std::uint16_t HighestRootCode = 0;
     std::uint8_t DecodeStack[4096] = {};
     // Prefix code and last pixel of each table entry. Every prefix is below 4096, and a pixel
@@ -64,11 +98,6 @@ public:
     std::uint8_t SubBlock[256] = {};
     QString Comment;
 
-    // The picture of an image whose data ended before the BMP file got a row for every line
-    // of the bitmap (null otherwise): full height, each completed row in its place and the
-    // rows never completed palette index 0, as viewers show a partial download.
-    QImage PartialImage;
-
 private:
     // Copies up to count bytes from the current position; returns how many there were.
     int Read(void* target, int count);
@@ -83,9 +112,6 @@ private:
     void CreateLine();
     void CreateBitHeader();
     void WriteBitmapToStream();
-    // The image with every completed row 0 to height - 1 in place, the others index 0;
-    // header is the BMP file's start, whose palette it takes.
-    QImage InPlace(const std::uint8_t* header);
 
     // Reads codes straight from the complete data sub-blocks of the copy, 64 bits at a time;
     // once a code needs bytes that are not there, NextCode takes over.
@@ -116,8 +142,6 @@ private:
     void NoteStaleClear();
     // Writes n pixels in order to the rows of the image.
     void Emit(const std::uint8_t* pixels, int n);
-    // The slot of a row number from 0 to height.
-    std::uint8_t* Slot(std::int32_t row);
     // The row the next pixels go to: its slot in the line store when it is written the first
     // time, otherwise LineBuffer.
     void SelectRow();
@@ -129,15 +153,16 @@ private:
     // Image geometry of the current image.
     int m_width = 0;
     int m_height = 0;
-    int m_stride = 0;
 
-    // The line store: one slot of m_stride bytes per row number 0 to height. Rows height - 1
-    // down to 0 lie in m_lines as the BMP file lays them out, behind room for its headers, so
-    // that a complete image becomes the file in place; row height (data past the last row)
-    // has a slot of its own. m_done marks the rows completed, the last completion winning.
-    QByteArray m_lines;
-    std::vector<std::uint8_t> m_rowHeight;
-    std::vector<std::uint8_t> m_done;
+    // The rows of the image being decoded, and those of the image decoded last with the
+    // start of its BMP file (headers and palette), its bitmap and whether the file's rows
+    // still have to be put together.
+    GifRows m_rows;
+    GifRows m_written;
+    std::uint8_t m_fileStart[kPixelOffset] = {};
+    QImage m_bitmap;
+    bool m_streamDue = false;
+
     std::uint8_t* m_rowPtr = nullptr;
     bool m_rowInSlot = false;
     int m_x = 0;
@@ -150,7 +175,7 @@ private:
     std::uint16_t m_length[4096] = {};
     // The first pixels of each entry's string, up to 8, lowest byte first.
     std::uint64_t m_head[4096] = {};
-    // Where in m_lines each entry's string was written in one piece, or kNowhere.
+    // Where in the image each entry's string was written in one piece, or kNowhere.
     static constexpr std::uint32_t kNowhere = 0xFFFFFFFF;
     std::uint32_t m_where[4096] = {};
     // A row was written a second time: the places above are no longer reliable.

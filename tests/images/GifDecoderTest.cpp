@@ -131,6 +131,11 @@ TEST(GifDecoder, BitmapHeaderOfTenByTenImage) {
     ASSERT_EQ(bitmap->Image().format(), QImage::Format_Indexed8);
     EXPECT_EQ(bitmap->Image().colorCount(), 256);
     EXPECT_EQ(bitmap->Width(), 10);
+    // The bitmap is the picture of that file as Qt's BMP reader reads it.
+    const QImage read = QImage::fromData(s, "BMP");
+    EXPECT_EQ(bitmap->Image(), read);
+    EXPECT_EQ(bitmap->Image().dotsPerMeterX(), read.dotsPerMeterX());
+    EXPECT_EQ(bitmap->Image().dotsPerMeterY(), read.dotsPerMeterY());
 }
 
 TEST(GifDecoder, LocalColourTableAndUnusedEntries) {

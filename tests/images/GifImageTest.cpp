@@ -7,6 +7,8 @@
 
 #include <QBuffer>
 #include <QtEndian>
+#include <algorithm>
+#include <cstring>
 #include <gtest/gtest.h>
 
 using namespace gifbuild;
@@ -31,6 +33,31 @@ void loadInto(TGraphic& graphic, const QByteArray& bytes) {
     buffer.open(QIODevice::ReadOnly);
     graphic.LoadFromStream(buffer);
 }
+
+// Serves bytes a few at a time, as a slow file or a pipe does.
+class TrickleDevice : public QIODevice {
+public:
+    TrickleDevice(QByteArray bytes, bool sequential)
+        : m_bytes(std::move(bytes)), m_sequential(sequential) {
+        open(QIODevice::ReadOnly);
+    }
+    bool isSequential() const override { return m_sequential; }
+    qint64 size() const override { return m_sequential ? 0 : m_bytes.size(); }
+
+protected:
+    qint64 readData(char* data, qint64 maxSize) override {
+        const qint64 n = std::min<qint64>({maxSize, 5, m_bytes.size() - m_at});
+        std::memcpy(data, m_bytes.constData() + m_at, std::size_t(n));
+        m_at += n;
+        return n;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray m_bytes;
+    qint64 m_at = 0;
+    bool m_sequential;
+};
 
 // Lets a test put a second frame in place, as an animation would have one.
 class TwoFrameGif : public TGIFImage {
@@ -170,6 +197,25 @@ TEST(GifImage, FormDataPersistence) {
     bad.setData(QByteArray("\x10\0\0\0GIF", 7));
     bad.open(QIODevice::ReadOnly);
     EXPECT_THROW(copy.ReadData(bad), EInOutError);
+}
+
+TEST(GifImage, FormDataFromDevicesThatDeliverInPieces) {
+    const QByteArray bytes = smallGif();
+    const quint32 length = qToLittleEndian(quint32(bytes.size()));
+    const QByteArray stored = QByteArray(reinterpret_cast<const char*>(&length), 4) + bytes;
+    for (bool sequential : {false, true}) {
+        SCOPED_TRACE(sequential ? "sequential" : "random access");
+        TrickleDevice device(stored + "next", sequential);
+        TGIFImage gif;
+        gif.ReadData(device);
+        EXPECT_EQ(*gif.Data().Stream, bytes);
+        EXPECT_EQ(device.read(4), "next");
+        EXPECT_EQ(gif.GetBitmap()->Image().pixelIndex(3, 2), 11);
+
+        // Data that ends before its stated length is a read error, however it is delivered.
+        TrickleDevice cut(stored.left(stored.size() - 1), sequential);
+        EXPECT_THROW(gif.ReadData(cut), EInOutError);
+    }
 }
 
 TEST(GifImage, DrawStretchesTheBitmap) {
