@@ -3,6 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <cerrno>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
 
 namespace {
 
@@ -45,6 +48,20 @@ bool isRemovableDevice(unsigned major, unsigned minor) {
     const QString disk =
         QFileInfo::exists(dev + QLatin1String("partition")) ? dev + QLatin1String("../") : dev;
     return readSmallFile(disk + QLatin1String("removable")) == QLatin1String("1");
+}
+
+// The entry standing for path: path itself when it exists, else its nearest existing parent,
+// which must be a directory. Its name goes to found; false when there is none to be had.
+bool nearestExisting(const QString& path, QByteArray& found, struct stat& st) {
+    QString p = QDir::cleanPath(QDir::current().absoluteFilePath(path));
+    for (bool first = true;; first = false) {
+        found = QFile::encodeName(p);
+        if (::stat(found.constData(), &st) == 0)
+            return first || S_ISDIR(st.st_mode);
+        if (errno != ENOENT || p == QLatin1String("/"))
+            return false;
+        p = QFileInfo(p).path();
+    }
 }
 
 } // namespace
@@ -155,4 +172,20 @@ int GetDriveType(const QString& Root) {
         if (m.Root == full)
             type = DriveTypeOf(m);
     return type;
+}
+
+qint64 DiskFree(const QString& Path) {
+    QByteArray name;
+    struct stat st {};
+    struct statvfs vfs {};
+    if (!nearestExisting(Path, name, st) || ::statvfs(name.constData(), &vfs) != 0)
+        return -1;
+    return qint64(vfs.f_bavail) * qint64(vfs.f_frsize);
+}
+
+bool IsSameDrive(const QString& A, const QString& B) {
+    QByteArray nameA, nameB;
+    struct stat a {
+    }, b{};
+    return nearestExisting(A, nameA, a) && nearestExisting(B, nameB, b) && a.st_dev == b.st_dev;
 }

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QtGlobal>
 
 // Drives on Linux are mount points: "/" and every other place a file system is mounted.
 
@@ -44,3 +45,12 @@ constexpr int DRIVE_RAMDISK = 6;
 QXT_EXPORT int DriveTypeOf(const TMountPoint& mount);
 // The type of the drive whose root is Root; DRIVE_NO_ROOT_DIR when Root is no mount point.
 QXT_EXPORT int GetDriveType(const QString& Root);
+
+// The bytes the caller may still write on the file system holding Path, from statvfs: the
+// Linux twin of DiskFree. A path that does not exist yet counts as part of its nearest existing
+// parent directory. -1 ("not ready") when that cannot be reached: the path runs through a file,
+// a directory on the way may not be searched, or the file system does not answer.
+QXT_EXPORT qint64 DiskFree(const QString& Path);
+// Whether two paths (taken as DiskFree takes them) lie on the same mounted file system; false
+// when either cannot be reached.
+QXT_EXPORT bool IsSameDrive(const QString& A, const QString& B);
