@@ -57,7 +57,7 @@ int qtDialog(TDialogRequest& r) {
         break;
     }
     QMessageBox box;
-    box.setWindowTitle(QApplication::applicationDisplayName());
+    box.setWindowTitle(r.Caption.isEmpty() ? QApplication::applicationDisplayName() : r.Caption);
     box.setText(r.Text);
     switch (r.Type) {
     case mtWarning:
@@ -104,6 +104,16 @@ void ShowMessage(const QString& text) {
     TDialogRequest r;
     r.Kind = dkMessage;
     r.Text = text;
+    r.Buttons = {mbOK};
+    dispatch(r);
+}
+
+void MessageBox(const QString& text, const QString& caption, TMsgDlgType type) {
+    TDialogRequest r;
+    r.Kind = dkMessage;
+    r.Text = text;
+    r.Caption = caption;
+    r.Type = type;
     r.Buttons = {mbOK};
     dispatch(r);
 }

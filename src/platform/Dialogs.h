@@ -42,7 +42,8 @@ class QDialog;
 // One request to the dialog service. Path is in/out for the directory and file choosers.
 struct TDialogRequest {
     TDialogKind Kind = dkMessage;
-    QString Text; // message, or the chooser's caption
+    QString Text;    // message, or the chooser's caption
+    QString Caption; // a message box's title; empty for the application's name
     TMsgDlgType Type = mtInformation;
     TMsgDlgButtons Buttons;
     QString Filter;          // file chooser: "Images (*.gif *.bmp)"
@@ -59,6 +60,9 @@ QXT_EXPORT TDialogHandler SetDialogHandler(TDialogHandler handler);
 
 // Shows text with an OK button.
 QXT_EXPORT void ShowMessage(const QString& text);
+// Shows text in a message box titled Caption, with an OK button.
+QXT_EXPORT void MessageBox(const QString& text, const QString& caption,
+                           TMsgDlgType type = mtInformation);
 // Asks a question; returns the modal result of the button chosen.
 QXT_EXPORT int MessageDlg(const QString& text, TMsgDlgType type, TMsgDlgButtons buttons,
                           int helpContext = 0);
