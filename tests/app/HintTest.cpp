@@ -100,6 +100,12 @@ TEST_F(Hint, DefaultsReachTheModuleAndTheApplication) {
     EXPECT_EQ(QXH_HintPosition, hpAboveLeft);
     EXPECT_FALSE(hint.setProperty("About_QXTools", QStringLiteral("x")) &&
                  hint.About_QXTools() != QStringLiteral("14.08.98"));
+
+    // A second component's settings replace the first one's for every hint.
+    TQXHint second;
+    EXPECT_EQ(QXH_Color, clYellow);
+    EXPECT_EQ(QXH_ShadowDepth, 10);
+    EXPECT_EQ(hint.Color(), clAqua);
 }
 
 TEST_F(Hint, ActiveTakesOverTheTooltipsAndOffLeavesNone) {
