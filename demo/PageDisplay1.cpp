@@ -50,7 +50,7 @@ private:
     QWidget* m_control;
 };
 
-// A button showing a colour; clicking it chooses another.
+// A button showing a colour; clicking it chooses another, starting from the one shown.
 QPushButton* colourButton(const QString& text, TColor initial, std::function<void(TColor)> set) {
     auto* button = new QPushButton(text);
     auto show = [button](TColor c) {
@@ -59,13 +59,16 @@ QPushButton* colourButton(const QString& text, TColor initial, std::function<voi
         button->setIcon(QIcon(swatch));
     };
     show(initial);
-    QObject::connect(button, &QPushButton::clicked, button, [button, set, show]() {
-        const QColor c = QColorDialog::getColor(Qt::white, button, button->text());
-        if (!c.isValid())
-            return;
-        set(QColorToTColor(c));
-        show(QColorToTColor(c));
-    });
+    QObject::connect(
+        button, &QPushButton::clicked, button, [button, set, show, current = initial]() mutable {
+            const QColor c =
+                QColorDialog::getColor(TColorToQColor(current), button, button->text());
+            if (!c.isValid())
+                return;
+            current = QColorToTColor(c);
+            set(current);
+            show(current);
+        });
     return button;
 }
 
@@ -197,7 +200,7 @@ public:
     explicit GaugePage(QWidget* parent) : QWidget(parent) {
         auto* layout = new QHBoxLayout(this);
         auto* left = new QVBoxLayout;
-        layout->addLayout(left, 1);
+        layout->addLayout(left);
 
         m_navy = new TQXGauge;
         m_navy->setFixedSize(300, 24);
@@ -212,7 +215,9 @@ public:
         m_meter->SetBoxColor(clGreen);
         m_meter->SetBoxes(15);
         m_meter->SetBoxPreview(false);
+        layout->addSpacing(24);
         layout->addWidget(m_meter);
+        layout->addStretch(1);
 
         auto* slider = new QSlider(Qt::Horizontal);
         slider->setRange(0, 100);
@@ -241,6 +246,7 @@ public:
         options->addWidget(peak, 0, 2);
         options->addWidget(enabled, 1, 0);
         options->addWidget(signal, 1, 1, 1, 2);
+        options->setColumnStretch(3, 1);
         left->addLayout(options);
         left->addStretch(1);
 
