@@ -275,12 +275,16 @@ TEST_F(CopyTest, OverWriteReplacesWithoutAskingAndKeepsTheOldPermissions) {
     const QString from = src(QStringLiteral("a.txt"), "new text");
     const QString to = dir.write(QStringLiteral("dst/a.txt"), "old");
     ASSERT_EQ(::chmod(QFile::encodeName(to).constData(), 0640), 0);
+    const QString other = path(QStringLiteral("other-name.txt"));
+    ASSERT_EQ(::link(QFile::encodeName(to).constData(), QFile::encodeName(other).constData()), 0);
     TQXCopy copy;
     copy.SetOverWrite(true);
     ASSERT_TRUE(copy.CopyFile(from, path(QStringLiteral("dst/")), false));
     EXPECT_TRUE(dialogs.requests.isEmpty());
     EXPECT_EQ(readFile(to), QByteArray("new text"));
     EXPECT_EQ(mode(to), 0640);
+    // The new text is a new file put in the old one's place; another link keeps the old text.
+    EXPECT_EQ(readFile(other), QByteArray("old"));
 
     // Without the question the file is replaced too.
     copy.SetOverWrite(false);
