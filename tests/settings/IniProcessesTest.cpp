@@ -41,10 +41,12 @@ TEST(IniFileProcesses, TwoWritersLoseNothing) {
     const QString f = dir.write(QStringLiteral("shared.ini"), base);
     QProcess a;
     QProcess b;
-    a.start(QStringLiteral(QX_INI_WRITER),
-            {QStringLiteral("keys"), f, QStringLiteral("A"), QStringLiteral("500")});
-    b.start(QStringLiteral(QX_INI_WRITER),
-            {QStringLiteral("keys"), f, QStringLiteral("B"), QStringLiteral("500")});
+    // Each waits after its first key for the other's, so they overlap however loaded the
+    // machine is.
+    a.start(QStringLiteral(QX_INI_WRITER), {QStringLiteral("keys"), f, QStringLiteral("A"),
+                                            QStringLiteral("500"), QStringLiteral("B")});
+    b.start(QStringLiteral(QX_INI_WRITER), {QStringLiteral("keys"), f, QStringLiteral("B"),
+                                            QStringLiteral("500"), QStringLiteral("A")});
     ASSERT_TRUE(a.waitForFinished(300000));
     ASSERT_TRUE(b.waitForFinished(300000));
     ASSERT_EQ(a.exitStatus(), QProcess::NormalExit);
