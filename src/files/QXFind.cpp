@@ -7,6 +7,8 @@
 #include "QXU_File.h"
 #include "QxutilFiles.h"
 
+#include <QMetaMethod>
+
 namespace {
 
 const bool classKnown = RegisterClass(ComponentClassOf<TQXFind>());
@@ -40,6 +42,7 @@ void TQXFind::Execute() {
         OnExecute(this);
     emit started();
     m_stop = false;
+    m_eventClock.invalidate();
     ReadDisk(m_startPath);
     m_stop = false;
     if (OnFinished)
@@ -60,15 +63,17 @@ bool TQXFind::reportFile(const TSearchRec& rec, const QString& path) {
 void TQXFind::ReadDisk(const QString& Path) {
     if (m_stop || Application()->Terminated())
         return;
-    TSearchRec sr;
+    // The directory is read once: its subdirectories and its files are searched in that
+    // listing, and only the entries the file search looks at have their status read.
+    auto listing = std::make_shared<const TDirListing>(Path);
     if (m_subdirs) {
-        for (int rc = FindFirst(Path + QLatin1String("*.*"), faDirectory, sr); rc == 0 && !m_stop;
-             rc = FindNext(sr)) {
-            TApplication::ProcessMessages();
-            if (isDotEntry(sr))
+        for (int i = 0; i < listing->Count() && !m_stop; ++i) {
+            letEventsRun();
+            // ".", ".." and hidden directories are not entered.
+            if (listing->Name(i).startsWith(QLatin1Char('.')))
                 continue;
-            if (sr.Attr & faDirectory) {
-                ReadDisk(Path + sr.Name + PathDelim);
+            if (listing->IsDirectory(i)) {
+                ReadDisk(Path + listing->Name(i) + PathDelim);
                 ++m_dirCount;
                 change(Path);
             }
@@ -77,13 +82,13 @@ void TQXFind::ReadDisk(const QString& Path) {
             if (Application()->Terminated())
                 return;
         }
-        FindClose(sr);
     }
 
+    TSearchRec sr;
     if (!m_pattern.contains(QLatin1Char(';'))) {
-        for (int rc = FindFirst(Path + m_pattern, faAnyFile, sr); rc == 0 && !m_stop;
+        for (int rc = FindFirst(listing, m_pattern, faAnyFile, sr); rc == 0 && !m_stop;
              rc = FindNext(sr)) {
-            TApplication::ProcessMessages();
+            letEventsRun();
             if (isDotEntry(sr) || sr.Attr == faDirectory) {
                 notFindFile(sr, Path);
                 continue;
@@ -92,11 +97,11 @@ void TQXFind::ReadDisk(const QString& Path) {
                 break;
         }
     } else {
-        for (int rc = FindFirst(Path + QLatin1String("*.*"), faAnyFile, sr); rc == 0 && !m_stop;
+        for (int rc = FindFirst(listing, QStringLiteral("*.*"), faAnyFile, sr); rc == 0 && !m_stop;
              rc = FindNext(sr)) {
             if (isDotEntry(sr) || sr.Attr == faDirectory)
                 continue;
-            TApplication::ProcessMessages();
+            letEventsRun();
             if (!qxtIsMatch(sr.Name.toUpper(), m_pattern)) {
                 notFindFile(sr, Path);
                 continue;
@@ -108,6 +113,15 @@ void TQXFind::ReadDisk(const QString& Path) {
     FindClose(sr);
 }
 
+void TQXFind::letEventsRun() {
+    // Pending events run every few milliseconds, which keeps an interface live (and lets it
+    // call BreakScan) without a pass through the event loop for every entry.
+    if (m_eventClock.isValid() && !m_eventClock.hasExpired(kEventIntervalMs))
+        return;
+    TApplication::ProcessMessages();
+    m_eventClock.start();
+}
+
 void TQXFind::change(const QString& path) {
     if (OnChange)
         OnChange(this, path, m_dirCount, m_fileCount);
@@ -117,7 +131,10 @@ void TQXFind::change(const QString& path) {
 void TQXFind::findFile(const TSearchRec& rec, const QString& path) {
     if (OnFindFile)
         OnFindFile(this, rec, path, m_volumeName);
-    emit fileFound(path + rec.Name);
+    // The full name is put together only for a listener.
+    static const QMetaMethod fileFoundSignal = QMetaMethod::fromSignal(&TQXFind::fileFound);
+    if (isSignalConnected(fileFoundSignal))
+        emit fileFound(path + rec.Name);
 }
 
 void TQXFind::notFindFile(const TSearchRec& rec, const QString& path) {

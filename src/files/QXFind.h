@@ -5,6 +5,7 @@
 #include "QXExport.h"
 #include "TComponent.h"
 
+#include <QElapsedTimer>
 #include <QString>
 #include <functional>
 
@@ -22,7 +23,7 @@ using NotFindFileEvent = FindFileEvent;
 // are searched first, depth first, before the files of their parent, and the directory count
 // grows after a subdirectory has been searched. Hidden directories (names starting with ".") are
 // not entered, and links are never followed. The search runs on the calling thread and lets
-// pending events run for every entry.
+// pending events run every few milliseconds.
 class QXT_EXPORT TQXFind : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -73,6 +74,9 @@ private:
     // Counts a matching file and reports it; false when the search must end instead.
     bool reportFile(const TSearchRec& rec, const QString& path);
     void notFindFile(const TSearchRec& rec, const QString& path);
+    // Lets pending events run when the last time is kEventIntervalMs ago.
+    void letEventsRun();
+    static constexpr qint64 kEventIntervalMs = 5;
 
     bool m_stop = false;
     int m_dirCount = 0;
@@ -81,6 +85,7 @@ private:
     QString m_startPath;
     bool m_subdirs = false;
     QString m_volumeName;
+    QElapsedTimer m_eventClock;
 };
 
 namespace QXFind {

@@ -10,16 +10,14 @@
 #include <unistd.h>
 #include <vector>
 
-// The state of one search: the directory kept open for the entries' status, and the names that
-// passed the mask, in listing order.
+// The state of one search: the listing and the entries that passed the mask, in its order.
 struct TFindState {
-    int dirFd = -1;
-    std::vector<QByteArray> names;
+    std::shared_ptr<const TDirListing> listing;
+    std::vector<int> matches;
     std::size_t next = 0;
-    ~TFindState() {
-        if (dirFd >= 0)
-            ::close(dirFd);
-    }
+
+    // Fills F with the next entry that the exclusion bits let through.
+    int Next(TSearchRec& F);
 };
 
 namespace {
@@ -150,20 +148,18 @@ QByteArray baseName(const QByteArray& path) {
     return slash < 0 ? p : p.mid(slash + 1);
 }
 
-// Fills F with the next entry that the exclusion bits let through.
-int nextEntry(TSearchRec& F) {
-    TFindState* s = F.FindHandle.get();
-    if (!s)
-        return ERROR_NO_MORE_FILES;
-    while (s->next < s->names.size()) {
-        const QByteArray& name = s->names[s->next++];
+} // namespace
+
+int TFindState::Next(TSearchRec& F) {
+    while (next < matches.size()) {
+        const TDirListing::Entry& entry = listing->m_entries[std::size_t(matches[next++])];
         struct statx st {};
-        if (!statEntry(s->dirFd, name.constData(), st))
+        if (!statEntry(listing->m_dirFd, entry.bytes.constData(), st))
             continue; // removed since the directory was read
-        const int attr = attributesOf(st, name);
+        const int attr = attributesOf(st, entry.bytes);
         if (attr & F.ExcludeAttr)
             continue;
-        F.Name = QFile::decodeName(name);
+        F.Name = entry.name;
         F.Attr = attr;
         F.Size = S_ISREG(st.stx_mode) ? qint64(st.stx_size) : 0;
         F.Time = dosDateTime(st.stx_mtime.tv_sec);
@@ -172,59 +168,88 @@ int nextEntry(TSearchRec& F) {
     return ERROR_NO_MORE_FILES;
 }
 
-} // namespace
-
 bool MatchesMask(const QString& Name, const QString& Mask) {
     return matchTokens(tokenize(Mask), Name);
 }
 
-int FindFirst(const QString& Path, int Attr, TSearchRec& F) {
-    FindClose(F);
-    F.ExcludeAttr = ~Attr & (faHidden | faSysFile | faVolumeID | faDirectory);
-    const qsizetype slash = Path.lastIndexOf(QLatin1Char('/'));
-    const QString dir = slash < 0 ? QStringLiteral(".") : Path.left(slash + 1);
-    const QString mask = Path.mid(slash + 1);
-
-    auto state = std::make_shared<TFindState>();
-    state->dirFd = ::open(QFile::encodeName(dir).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (state->dirFd < 0)
-        return ERROR_PATH_NOT_FOUND;
-    const int listFd = ::dup(state->dirFd);
+TDirListing::TDirListing(const QString& Dir) {
+    m_dirFd = ::open(QFile::encodeName(Dir).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (m_dirFd < 0)
+        return;
+    const int listFd = ::dup(m_dirFd);
     DIR* d = listFd >= 0 ? ::fdopendir(listFd) : nullptr;
     if (!d) {
         if (listFd >= 0)
             ::close(listFd);
-        return ERROR_PATH_NOT_FOUND;
+        ::close(m_dirFd);
+        m_dirFd = -1;
+        return;
     }
-    const std::vector<Token> toks = tokenize(mask);
-    struct Named {
+    // "." and ".." first, then by upper-cased name, as NTFS lists a directory (the bytes
+    // decide between names equal but for case).
+    struct Keyed {
+        int rank;
         QString key;
-        QByteArray name;
+        std::size_t index;
     };
-    std::vector<Named> found;
-    std::vector<QByteArray> dots;
+    std::vector<Entry> read;
+    std::vector<Keyed> order;
     while (const dirent* e = ::readdir(d)) {
-        const QByteArray name(e->d_name);
-        const QString decoded = QFile::decodeName(name);
-        if (mask.isEmpty() || !matchTokens(toks, decoded))
-            continue;
-        if (isDotName(name))
-            dots.push_back(name);
-        else
-            found.push_back({decoded.toUpper(), name});
+        QByteArray bytes(e->d_name);
+        QString name = QFile::decodeName(bytes);
+        const int rank = bytes == "." ? 0 : bytes == ".." ? 1 : 2;
+        order.push_back({rank, rank == 2 ? name.toUpper() : QString(), read.size()});
+        read.push_back({std::move(bytes), std::move(name), e->d_type});
     }
     ::closedir(d);
-    std::sort(dots.begin(), dots.end(),
-              [](const auto& a, const auto& b) { return a.size() < b.size(); });
-    std::sort(found.begin(), found.end(), [](const Named& a, const Named& b) {
+    std::sort(order.begin(), order.end(), [&read](const Keyed& a, const Keyed& b) {
+        if (a.rank != b.rank || a.rank < 2)
+            return a.rank < b.rank;
         const int c = QString::compare(a.key, b.key);
-        return c != 0 ? c < 0 : a.name < b.name;
+        return c != 0 ? c < 0 : read[a.index].bytes < read[b.index].bytes;
     });
-    state->names = std::move(dots);
-    for (Named& n : found)
-        state->names.push_back(std::move(n.name));
+    m_entries.reserve(read.size());
+    for (const Keyed& k : order)
+        m_entries.push_back(std::move(read[k.index]));
+}
+
+TDirListing::~TDirListing() {
+    if (m_dirFd >= 0)
+        ::close(m_dirFd);
+}
+
+bool TDirListing::IsDirectory(int i) const {
+    const Entry& entry = m_entries[std::size_t(i)];
+    if (entry.type != DT_DIR && entry.type != DT_UNKNOWN)
+        return false;
+    struct statx st {};
+    return statEntry(m_dirFd, entry.bytes.constData(), st) && S_ISDIR(st.stx_mode);
+}
+
+int FindFirst(const QString& Path, int Attr, TSearchRec& F) {
+    const qsizetype slash = Path.lastIndexOf(QLatin1Char('/'));
+    const QString dir = slash < 0 ? QStringLiteral(".") : Path.left(slash + 1);
+    return FindFirst(std::make_shared<const TDirListing>(dir), Path.mid(slash + 1), Attr, F);
+}
+
+int FindFirst(std::shared_ptr<const TDirListing> Listing, const QString& Mask, int Attr,
+              TSearchRec& F) {
+    FindClose(F);
+    F.ExcludeAttr = ~Attr & (faHidden | faSysFile | faVolumeID | faDirectory);
+    if (!Listing || !Listing->IsOpen())
+        return ERROR_PATH_NOT_FOUND;
+    auto state = std::make_shared<TFindState>();
+    if (!Mask.isEmpty()) {
+        const std::vector<Token> toks = tokenize(Mask);
+        // "*.*" takes every name without looking at it.
+        const bool all = toks.size() == 1 && toks[0].kind == Tok::Star;
+        for (int i = 0; i < Listing->Count(); ++i)
+            if (all || matchTokens(toks, Listing->Name(i)))
+                state->matches.push_back(i);
+    }
+    state->listing = std::move(Listing);
     F.FindHandle = std::move(state);
-    const int rc = nextEntry(F);
+    const int rc = FindNext(F);
     if (rc != 0) {
         FindClose(F);
         return ERROR_FILE_NOT_FOUND;
@@ -233,7 +258,7 @@ int FindFirst(const QString& Path, int Attr, TSearchRec& F) {
 }
 
 int FindNext(TSearchRec& F) {
-    return nextEntry(F);
+    return F.FindHandle ? F.FindHandle->Next(F) : ERROR_NO_MORE_FILES;
 }
 
 void FindClose(TSearchRec& F) {

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QtGlobal>
 #include <memory>
+#include <vector>
 
 // File attribute bits as the framework reports them, with their Linux meaning:
 // read-only = the owner has no write permission; hidden = the name starts with "."; system =
@@ -39,6 +40,37 @@ struct TSearchRec {
         FindHandle; // the open search; released by FindClose or with the record
 };
 
+// A directory read once, its entries in the order FindFirst reports them. A walk that looks at a
+// directory twice (for its subdirectories, then for its files) searches this one listing with
+// FindFirst instead of reading the directory again.
+class QXT_EXPORT TDirListing {
+public:
+    // Reads the directory Dir; IsOpen() is false when it cannot be read.
+    explicit TDirListing(const QString& Dir);
+    ~TDirListing();
+    TDirListing(const TDirListing&) = delete;
+    TDirListing& operator=(const TDirListing&) = delete;
+
+    bool IsOpen() const { return m_dirFd >= 0; }
+    int Count() const { return int(m_entries.size()); }
+    // The name of entry i, without directory.
+    const QString& Name(int i) const { return m_entries[std::size_t(i)].name; }
+    // Whether entry i is a directory now (never a link to one). Only entries that the listing
+    // marks as directories, or leaves untyped, have their status read.
+    bool IsDirectory(int i) const;
+
+private:
+    friend struct TFindState;
+    struct Entry {
+        QByteArray bytes;   // the name as the file system has it
+        QString name;       // decoded
+        unsigned char type; // DT_… of the listing
+    };
+    // The directory, kept open so that entries are looked at relative to it.
+    int m_dirFd = -1;
+    std::vector<Entry> m_entries;
+};
+
 // Starts a search for Path = directory + mask and fills F with the first entry. The mask follows
 // the Windows rules: case-blind, "*" any run, "?" one character (a run of "?" before a "." or at
 // the end also matches fewer), "*.*" every name, "name.*" also "name" without extension.
@@ -46,6 +78,10 @@ struct TSearchRec {
 // entries come in the order of their upper-cased names ("." and ".." first), as NTFS lists them,
 // so walks are repeatable. Returns 0, ERROR_FILE_NOT_FOUND or ERROR_PATH_NOT_FOUND.
 QXT_EXPORT int FindFirst(const QString& Path, int Attr, TSearchRec& F);
+// The same search over a directory listed before: Mask (no directory) picks the entries, and
+// ERROR_PATH_NOT_FOUND stands for a listing that could not be read.
+QXT_EXPORT int FindFirst(std::shared_ptr<const TDirListing> Listing, const QString& Mask, int Attr,
+                         TSearchRec& F);
 // The next entry; ERROR_NO_MORE_FILES at the end.
 QXT_EXPORT int FindNext(TSearchRec& F);
 // Ends the search (also done when the record goes away).

@@ -189,3 +189,125 @@ TEST(Find, BothComponentsRegisterOnThePalette) {
     EXPECT_NE(qobject_cast<TQXFind*>(made.get()), nullptr);
     TPaletteRegistry::Instance().Clear();
 }
+
+namespace {
+
+QString record(const TSearchRec& r) {
+    return QStringLiteral("%1 attr=%2 size=%3 time=%4 exclude=%5")
+        .arg(r.Name)
+        .arg(r.Attr)
+        .arg(r.Size)
+        .arg(r.Time)
+        .arg(r.ExcludeAttr);
+}
+
+// Every event of a search as a line, with the whole record of the entries reported.
+QStringList eventsOf(TQXFind& find) {
+    QStringList log;
+    find.OnChange = [&log](QObject*, const QString& path, int dirs, int files) {
+        log << QStringLiteral("change %1 %2 %3").arg(path).arg(dirs).arg(files);
+    };
+    find.OnFindFile = [&](QObject*, const TSearchRec& r, const QString& path, const QString&) {
+        log << QStringLiteral("found %1 ").arg(path) + record(r);
+    };
+    find.OnNotFindFile = [&](QObject*, const TSearchRec& r, const QString& path, const QString&) {
+        log << QStringLiteral("other %1 ").arg(path) + record(r);
+    };
+    find.Execute();
+    log << QStringLiteral("counts %1 %2").arg(find.DirCount()).arg(find.FileCount());
+    return log;
+}
+
+// The walk written out with FindFirst/FindNext on paths, each directory listed once for its
+// subdirectories and once more for its files: what the search must report.
+struct ReferenceWalk {
+    QString pattern;
+    bool subdirs;
+    QStringList log;
+    int dirs = 0, files = 0;
+
+    void change(const QString& path) {
+        log << QStringLiteral("change %1 %2 %3").arg(path).arg(dirs).arg(files);
+    }
+    void walk(const QString& path) {
+        TSearchRec sr;
+        const auto dot = [&] { return sr.Name == "." || sr.Name == ".."; };
+        if (subdirs)
+            for (int rc = FindFirst(path + "*.*", faDirectory, sr); rc == 0; rc = FindNext(sr))
+                if (!dot() && (sr.Attr & faDirectory)) {
+                    walk(path + sr.Name + '/');
+                    ++dirs;
+                    change(path);
+                }
+        const bool list = pattern.contains(';');
+        for (int rc = FindFirst(path + (list ? QStringLiteral("*.*") : pattern), faAnyFile, sr);
+             rc == 0; rc = FindNext(sr)) {
+            if (dot() || sr.Attr == faDirectory) {
+                if (!list)
+                    log << QStringLiteral("other %1 ").arg(path) + record(sr);
+                continue;
+            }
+            if (list && !qxtIsMatch(sr.Name.toUpper(), pattern)) {
+                log << QStringLiteral("other %1 ").arg(path) + record(sr);
+                continue;
+            }
+            ++files;
+            change(path);
+            log << QStringLiteral("found %1 ").arg(path) + record(sr);
+        }
+    }
+};
+
+} // namespace
+
+TEST(Find, ReportsWhatAWalkOfFindFirstAndFindNextReports) {
+    qxtest::TempDir dir;
+    for (const char* f :
+         {"Zeta.txt", "alpha.TXT", "Alpha.txt", "b.dat", "file1.txt", "fuß.txt", "ÄRGER.txt",
+          ".versteckt", ".hidden/inner.txt", "sub/one.txt", "sub/Two.DAT", "sub/deeper/three.txt",
+          "sub/deeper/four", "Sub2/x.txt", "nur-lesen/drin.txt", "empty/.keep"})
+        dir.write(QString::fromUtf8(f), QByteArray(int(std::strlen(f)), 'x'));
+    QDir(dir.path()).mkpath(QStringLiteral("leer"));
+    const QString root = dir.path() + '/';
+    ASSERT_TRUE(QFile::link(root + "sub", root + "link-to-sub"));
+    ASSERT_TRUE(QFile::link(root + "b.dat", root + "link-to-b"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(root + "pipe").constData(), 0644), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(root + "nur-lesen").constData(), 0555), 0);
+
+    int compared = 0;
+    for (bool subdirs : {true, false})
+        for (const char* pattern : {"*.*", "*.txt", "f?le*", "*.", "sub*", "*.txt;*.dat", "zz"}) {
+            SCOPED_TRACE(testing::Message() << pattern << (subdirs ? " with subdirs" : ""));
+            TQXFind find;
+            find.SetStartPath(root);
+            find.SetSubdirs(subdirs);
+            find.SetFilePattern(QString::fromLatin1(pattern));
+            ReferenceWalk expected{find.FilePattern(), subdirs, {}};
+            expected.walk(root);
+            expected.log << QStringLiteral("counts %1 %2").arg(expected.dirs).arg(expected.files);
+            EXPECT_EQ(eventsOf(find), expected.log);
+            compared += int(expected.log.size());
+        }
+    ::chmod(QFile::encodeName(root + "nur-lesen").constData(), 0755);
+    // The tree gives every kind of line many times.
+    EXPECT_GT(compared, 200);
+}
+
+TEST_F(FindTree, EventsPostedBeforeTheSearchRunAtItsFirstEntry) {
+    for (int i = 0; i < 50; ++i)
+        dir.write(QStringLiteral("many/f%1.txt").arg(i), "x");
+    TQXFind find;
+    find.SetStartPath(start + "many");
+    find.SetFilePattern(QStringLiteral("*.txt"));
+    int found = 0;
+    find.OnFindFile = [&found](QObject*, const TSearchRec&, const QString&, const QString&) {
+        ++found;
+    };
+    QMetaObject::invokeMethod(
+        &find, [&find] { find.BreakScan(); }, Qt::QueuedConnection);
+    find.Execute();
+    // The stop comes from the event loop while the first file is looked at: it is counted,
+    // not reported.
+    EXPECT_EQ(find.FileCount(), 1);
+    EXPECT_EQ(found, 0);
+}
