@@ -8,6 +8,20 @@ Exception::~Exception() = default;
 
 EAbstractError::EAbstractError() : Exception(QStringLiteral("Abstract Error")) {}
 
+EDivByZero::EDivByZero() : EIntError(QStringLiteral("Division durch Null")) {}
+
+int IntDiv(int a, int b) {
+    if (b == 0)
+        throw EDivByZero();
+    return a / b;
+}
+
+int IntMod(int a, int b) {
+    if (b == 0)
+        throw EDivByZero();
+    return a % b;
+}
+
 bool TryStrToInt(const QString& s, int& value) {
     const QString t = s.trimmed();
     bool ok = false;

@@ -43,6 +43,30 @@ public:
     using Exception::Exception;
 };
 
+// Errors of integer arithmetic.
+class QXT_EXPORT EIntError : public Exception {
+public:
+    using Exception::Exception;
+};
+
+// The integer division error: a divisor of 0 ("Division durch Null").
+class QXT_EXPORT EDivByZero : public EIntError {
+public:
+    EDivByZero();
+};
+
+// An operation the object cannot carry out in its present state.
+class QXT_EXPORT EInvalidOperation : public Exception {
+public:
+    using Exception::Exception;
+};
+
+// Integer division truncating toward zero, as the framework's div: raises EDivByZero for a
+// divisor of 0 instead of stopping the process.
+QXT_EXPORT int IntDiv(int a, int b);
+// The remainder of IntDiv (the framework's mod); raises EDivByZero for a divisor of 0.
+QXT_EXPORT int IntMod(int a, int b);
+
 // The framework's integer conversion: decimal, or hexadecimal with "$" or "0x";
 // raises EConvertError ("'x' is not a valid integer value").
 QXT_EXPORT int StrToInt(const QString& s);
