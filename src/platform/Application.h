@@ -7,6 +7,7 @@
 #include <QPoint>
 #include <QString>
 #include <QStringList>
+#include <atomic>
 
 class THintWindow;
 class THintManager;
@@ -51,8 +52,8 @@ class QXT_EXPORT TApplication : public QObject {
 public:
     // Lets pending events run (keeps the interface live during long loops).
     static void ProcessMessages();
-    // True once the application has started to quit.
-    bool Terminated() const { return m_terminated; }
+    // True once the application has started to quit; worker threads may ask it too.
+    bool Terminated() const { return m_terminated.load(std::memory_order_relaxed); }
     // The full path of the running program.
     static QString ExeName();
     // The object owning application-wide helpers (the application's QCoreApplication).
@@ -86,7 +87,7 @@ private:
     friend QXT_EXPORT TApplication* Application();
     TApplication();
     THintManager* hints();
-    bool m_terminated = false;
+    std::atomic<bool> m_terminated{false};
     bool m_showHint = true;
     int m_hintPause = 500;
     int m_hintShortPause = 50;
