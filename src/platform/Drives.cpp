@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <sys/sysmacros.h>
 
 namespace {
 
@@ -62,6 +63,39 @@ bool nearestExisting(const QString& path, QByteArray& found, struct stat& st) {
             return false;
         p = QFileInfo(p).path();
     }
+}
+
+// Undoes udev's "\x20" escapes in the names under /dev/disk.
+QString unescapeUdev(const QString& name) {
+    QByteArray out;
+    const QByteArray in = QFile::encodeName(name);
+    for (qsizetype i = 0; i < in.size(); ++i) {
+        if (in[i] == '\\' && i + 3 < in.size() && in[i + 1] == 'x') {
+            bool ok = false;
+            const int v = in.mid(i + 2, 2).toInt(&ok, 16);
+            if (ok) {
+                out.append(char(v));
+                i += 3;
+                continue;
+            }
+        }
+        out.append(in[i]);
+    }
+    return QString::fromUtf8(out);
+}
+
+// The name of the link in /dev/disk/<kind> that leads to the mount's block device.
+QString diskLinkName(const char* kind, const TMountPoint& mount) {
+    if (mount.Root.isEmpty() || mount.Major == 0)
+        return {};
+    const QDir dir(QStringLiteral("/dev/disk/") + QLatin1String(kind));
+    for (const QString& name : dir.entryList(QDir::System | QDir::Files | QDir::NoDotAndDotDot)) {
+        struct stat st {};
+        if (::stat(QFile::encodeName(dir.filePath(name)).constData(), &st) == 0 &&
+            S_ISBLK(st.st_mode) && st.st_rdev == makedev(mount.Major, mount.Minor))
+            return unescapeUdev(name);
+    }
+    return {};
 }
 
 } // namespace
@@ -132,6 +166,41 @@ bool IsPseudoFileSystem(const QString& fsType) {
         QStringLiteral("rpc_pipefs"),     QStringLiteral("fuse.portal"),
         QStringLiteral("fuse.gvfsd-fuse")};
     return pseudo.contains(fsType);
+}
+
+QList<TMountPoint> LogicalDrives(const QList<TMountPoint>& mounts, bool all) {
+    static const QStringList systemDirs = {QStringLiteral("/proc/"), QStringLiteral("/sys/"),
+                                           QStringLiteral("/dev/"), QStringLiteral("/run/")};
+    QStringList roots;
+    for (const TMountPoint& m : mounts) {
+        if (!all) {
+            if (IsPseudoFileSystem(m.FsType))
+                continue;
+            bool system = false;
+            for (const QString& d : systemDirs)
+                system = system || m.Root.startsWith(d);
+            if (system)
+                continue;
+        }
+        if (!roots.contains(m.Root))
+            roots << m.Root;
+    }
+    QList<TMountPoint> drives;
+    for (const QString& root : roots)
+        for (auto it = mounts.crbegin(); it != mounts.crend(); ++it)
+            if (it->Root == root) {
+                drives << *it;
+                break;
+            }
+    return drives;
+}
+
+QString VolumeLabel(const TMountPoint& mount) {
+    return diskLinkName("by-label", mount);
+}
+
+QString VolumeUuid(const TMountPoint& mount) {
+    return diskLinkName("by-uuid", mount);
 }
 
 int DriveTypeOf(const TMountPoint& mount) {

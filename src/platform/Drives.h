@@ -30,6 +30,16 @@ QXT_EXPORT bool IsDriveRoot(const QString& path);
 // Whether a file system only shows kernel state (proc, sysfs, cgroup, …) and is no drive.
 QXT_EXPORT bool IsPseudoFileSystem(const QString& fsType);
 
+// The drives of a mount table, one per mount point in the order the points first appear: with
+// all false only real file systems outside /proc, /sys, /dev and /run. Each entry is the mount
+// visible at its point (the last one listed there).
+QXT_EXPORT QList<TMountPoint> LogicalDrives(const QList<TMountPoint>& mounts, bool all);
+// The label of a mounted block device (its name in /dev/disk/by-label); "" when it has none.
+QXT_EXPORT QString VolumeLabel(const TMountPoint& mount);
+// The file-system UUID of a mounted block device (its name in /dev/disk/by-uuid); "" when it
+// has none.
+QXT_EXPORT QString VolumeUuid(const TMountPoint& mount);
+
 // Drive types, numbered as GetDriveType numbers them.
 constexpr int DRIVE_UNKNOWN = 0;
 constexpr int DRIVE_NO_ROOT_DIR = 1;
