@@ -1,7 +1,9 @@
 #include "PeResources_p.h"
 
+#include <QImage>
 #include <QStringDecoder>
 #include <algorithm>
+#include <cstdlib>
 
 namespace qxpe {
 
@@ -358,6 +360,21 @@ QByteArray icoFile(const QList<IconImage>& images) {
     for (const IconImage& icon : images)
         out.append(icon.data);
     return out;
+}
+
+QImage iconGroupImage(QByteArrayView image, int index, int size) {
+    const QList<IconImage> group = iconGroup(image, index);
+    if (group.isEmpty())
+        return {};
+    const auto best =
+        std::min_element(group.begin(), group.end(), [size](const auto& a, const auto& b) {
+            const int da = std::abs(a.width - size);
+            const int db = std::abs(b.width - size);
+            return da != db ? da < db : a.bitCount > b.bitCount;
+        });
+    if (best->data.startsWith("\x89PNG\r\n\x1a\n"))
+        return QImage::fromData(best->data, "PNG");
+    return QImage::fromData(icoFile({*best}), "ICO");
 }
 
 } // namespace qxpe

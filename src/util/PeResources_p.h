@@ -8,6 +8,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QImage>
 #include <QList>
 #include <QString>
 #include <QStringView>
@@ -49,5 +50,9 @@ QXT_EXPORT QList<IconImage> iconGroup(QByteArrayView image, int index);
 
 // An ICO file holding the images, in order.
 QXT_EXPORT QByteArray icoFile(const QList<IconImage>& images);
+
+// The image of the index-th icon group that is closest to size pixels wide (the one with more
+// colours when two are as close); a null image when there is no such group.
+QXT_EXPORT QImage iconGroupImage(QByteArrayView image, int index, int size);
 
 } // namespace qxpe

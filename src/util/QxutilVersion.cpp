@@ -14,7 +14,6 @@
 #include <QTextCursor>
 #include <QTextEdit>
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
 
@@ -236,19 +235,7 @@ bool qxtExtractRes(const QString& ResName, const QString& ResType, const QString
 
 QImage qxtGetFileIcon(const QString& FileName, bool LargeIcon) {
     const FileBytes file(FileName);
-    const QList<qxpe::IconImage> group = qxpe::iconGroup(file.view(), 0);
-    if (group.isEmpty())
-        return {};
-    const int size = LargeIcon ? 32 : 16;
-    const auto best =
-        std::min_element(group.begin(), group.end(), [size](const auto& a, const auto& b) {
-            const int da = std::abs(a.width - size);
-            const int db = std::abs(b.width - size);
-            return da != db ? da < db : a.bitCount > b.bitCount;
-        });
-    if (best->data.startsWith("\x89PNG\r\n\x1a\n"))
-        return QImage::fromData(best->data, "PNG");
-    return QImage::fromData(qxpe::icoFile({*best}), "ICO");
+    return qxpe::iconGroupImage(file.view(), 0, LargeIcon ? 32 : 16);
 }
 
 int qxtGetIconCount(const QString& FileName) {
