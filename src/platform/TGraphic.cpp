@@ -74,6 +74,12 @@ void TGraphic::Changed(TGraphic*) {
         OnChange(this);
 }
 
+void TGraphic::Progress(TProgressStage stage, int percentDone, bool redrawNow, const TRect& r,
+                        const QString& msg) {
+    if (OnProgress)
+        OnProgress(this, stage, percentDone, redrawNow, r, msg);
+}
+
 // ---------------------------------------------------------------------------------------------
 
 TBitmap::TBitmap() = default;
@@ -364,13 +370,59 @@ void TIcon::SetImage(const QImage& image) {
 
 // ---------------------------------------------------------------------------------------------
 
+namespace {
+
+// Pictures from this many pixels on are read in bands when someone follows the progress.
+constexpr qint64 bandedPixels = 2'000'000;
+constexpr int bandCount = 4;
+
+[[noreturn]] void invalidImage(const QImageReader& r) {
+    throw EInvalidGraphic(
+        QStringLiteral("%1 image is not valid").arg(QString::fromLatin1(r.format()).toUpper()));
+}
+
+} // namespace
+
 void TReaderImage::LoadFromStream(TStream& stream) {
-    QImageReader r(&stream);
-    const QImage img = r.read();
-    if (img.isNull())
-        throw EInvalidGraphic(
-            QStringLiteral("%1 image is not valid").arg(QString::fromLatin1(r.format()).toUpper()));
-    SetImage(img);
+    QByteArray bytes = stream.read(stream.size() - stream.pos());
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader r(&buffer);
+    const QSize size = r.size();
+    const QString message = QStringLiteral("Lesen");
+    Progress(psStarting, 0, false, {}, message);
+    const bool banded = OnProgress && r.supportsOption(QImageIOHandler::ClipRect) &&
+                        qint64(size.width()) * size.height() >= bandedPixels;
+    if (!banded) {
+        const QImage img = r.read();
+        if (img.isNull())
+            invalidImage(r);
+        SetImage(img);
+    } else {
+        // Every band is decoded from the start of the stream, with the reader skipping the rows
+        // above it; the picture fills from the top and is shown after every band.
+        const QByteArray format = r.format();
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        for (int band = 0; band < bandCount; ++band) {
+            const int top = size.height() * band / bandCount;
+            const int bottom = size.height() * (band + 1) / bandCount;
+            buffer.seek(0);
+            QImageReader part(&buffer, format);
+            part.setClipRect(QRect(0, top, size.width(), bottom - top));
+            const QImage rows = part.read();
+            if (rows.isNull())
+                invalidImage(part);
+            QPainter p(&image);
+            p.setCompositionMode(QPainter::CompositionMode_Source);
+            p.drawImage(0, top, rows);
+            p.end();
+            SetImage(image);
+            Progress(psRunning, 100 * (band + 1) / bandCount, true,
+                     Rect(0, top, size.width(), bottom), message);
+        }
+    }
+    Progress(psEnding, 100, false, {0, 0, Width(), Height()}, message);
 }
 
 void TReaderImage::SaveToStream(TStream& stream) {

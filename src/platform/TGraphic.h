@@ -20,6 +20,14 @@ using HPALETTE = std::uint32_t;
 // Clipboard format numbers.
 constexpr std::uint16_t CF_BITMAP = 2;
 
+// The stages of a long operation on a graphic (loading it).
+enum TProgressStage { psStarting, psRunning, psEnding };
+// Reports a long operation: how far it is, whether the part R is ready to be shown now, and a
+// text for the user.
+using TProgressEvent =
+    std::function<void(TPersistent* Sender, TProgressStage Stage, int PercentDone, bool RedrawNow,
+                       const TRect& R, const QString& Msg)>;
+
 // An abstract picture: draws itself into a rectangle, loads and saves itself.
 class QXT_EXPORT TGraphic : public TPersistent {
 public:
@@ -60,9 +68,14 @@ public:
     void SetPaletteModified(bool value) { m_paletteModified = value; }
     // Called by Changed; a picture uses it to repaint its control.
     std::function<void(TGraphic*)> OnChange;
+    // Called while the graphic loads (see TReaderImage).
+    TProgressEvent OnProgress;
 
 protected:
     virtual void Changed(TGraphic* sender);
+    // Calls OnProgress when assigned.
+    void Progress(TProgressStage stage, int percentDone, bool redrawNow, const TRect& r,
+                  const QString& msg);
 
 private:
     bool m_transparent = false;
@@ -150,7 +163,9 @@ private:
     QImage m_image;
 };
 
-// Formats Qt reads besides BMP and ICO (JPEG, PNG and the rest), kept as a bitmap.
+// Formats Qt reads besides BMP and ICO (JPEG, PNG and the rest), kept as a bitmap. Loading
+// reports its start and end through OnProgress; a large picture whose reader can decode a part
+// of it (JPEG) is read in horizontal bands, each reported ready to be shown as it arrives.
 class QXT_EXPORT TReaderImage : public TBitmap {
 public:
     QString ClassName() const override { return QStringLiteral("TReaderImage"); }

@@ -6,6 +6,7 @@
 #include <QMutex>
 #include <QMutexLocker>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -43,9 +44,19 @@ TPicture::~TPicture() = default;
 
 void TPicture::setOwned(TGraphic* graphic) {
     m_graphic.reset(graphic);
-    if (m_graphic)
+    if (m_graphic) {
         m_graphic->OnChange = [this](TGraphic*) { changed(); };
+        hookProgress(m_graphic.get());
+    }
     changed();
+}
+
+void TPicture::hookProgress(TGraphic* graphic) {
+    graphic->OnProgress = [this](TPersistent* sender, TProgressStage stage, int percent,
+                                 bool redrawNow, const TRect& r, const QString& msg) {
+        if (OnProgress)
+            OnProgress(sender, stage, percent, redrawNow, r, msg);
+    };
 }
 
 void TPicture::changed() {
@@ -103,9 +114,16 @@ void TPicture::LoadFromFile(const QString& fileName) {
     const TGraphicClass cls = GraphicClassForExtension(ext);
     if (!cls.Create)
         throw EInvalidGraphic(QStringLiteral("Unknown picture file extension (.%1)").arg(ext));
-    std::unique_ptr<TGraphic> g(cls.Create());
-    g->LoadFromFile(fileName);
-    setOwned(g.release());
+    std::unique_ptr<TGraphic> loading(cls.Create());
+    hookProgress(loading.get());
+    std::unique_ptr<TGraphic> old = std::exchange(m_graphic, std::move(loading));
+    try {
+        m_graphic->LoadFromFile(fileName);
+    } catch (...) {
+        m_graphic = std::move(old);
+        throw;
+    }
+    setOwned(m_graphic.release());
 }
 
 void TPicture::SaveToFile(const QString& fileName) {

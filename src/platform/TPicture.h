@@ -39,11 +39,15 @@ public:
     int Height() const;
     // Chooses the graphic class by the file's extension (case-blind) and loads the file;
     // raises EInvalidGraphic "Unknown picture file extension (.xyz)" for an unregistered one.
+    // While the file loads, Graphic() is the new graphic, so that a progress handler can show
+    // it partly loaded; when loading fails the picture keeps its old graphic.
     void LoadFromFile(const QString& fileName);
     void SaveToFile(const QString& fileName);
     void Assign(TPersistent* source) override;
     // Called when the graphic changes (a new graphic or the graphic's own OnChange).
     std::function<void(TPicture*)> OnChange;
+    // Passes on the progress reports of the graphic (while a file loads).
+    TProgressEvent OnProgress;
 
     // Registers a graphic class for a file extension; a later registration of the same
     // extension takes precedence.
@@ -64,6 +68,7 @@ protected:
 
 private:
     void setOwned(TGraphic* graphic);
+    void hookProgress(TGraphic* graphic);
     void changed();
     std::unique_ptr<TGraphic> m_graphic;
 };
