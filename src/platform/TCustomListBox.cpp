@@ -164,6 +164,12 @@ void TCustomListBox::resizeEvent(QResizeEvent* e) {
     relayout();
 }
 
+void TCustomListBox::paintEvent(QPaintEvent* e) {
+    m_painting = true;
+    QListWidget::paintEvent(e);
+    m_painting = false;
+}
+
 void TCustomListBox::changeEvent(QEvent* e) {
     if (e->type() == QEvent::PaletteChange)
         viewport()->update();
@@ -181,7 +187,9 @@ void TCustomListBox::syncRows() {
         while (count() > want)
             delete takeItem(count() - 1);
     }
-    viewport()->update();
+    // Objects a paint attaches to its items change nothing on screen.
+    if (!m_painting)
+        viewport()->update();
 }
 
 QSize TCustomListBox::cellSize() const {
@@ -191,6 +199,10 @@ QSize TCustomListBox::cellSize() const {
 
 void TCustomListBox::relayout() {
     setWrapping(m_columns > 0);
+    // Columns scroll sideways. The view keeps room for a sideways bar that comes and goes, so
+    // a column would hold a row less than the client height; a bar that always shows keeps
+    // the rows of a column at ClientHeight div ItemHeight.
+    setHorizontalScrollBarPolicy(m_columns > 0 ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
     setGridSize(cellSize());
     viewport()->update();
 }

@@ -96,6 +96,7 @@ protected:
     virtual void DrawItem(int Index, const TRect& Rect, TOwnerDrawState State);
     bool event(QEvent* e) override;
     void resizeEvent(QResizeEvent* e) override;
+    void paintEvent(QPaintEvent* e) override;
     void changeEvent(QEvent* e) override;
 
 private:
@@ -114,4 +115,5 @@ private:
     TListBoxStyle m_style = lbStandard;
     int m_itemHeight = 16;
     int m_columns = 0;
+    bool m_painting = false;
 };

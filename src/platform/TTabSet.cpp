@@ -43,14 +43,8 @@ void TTabSet::SetTabIndex(int value) {
 
 void TTabSet::SetTabStyle(TTabStyle value) {
     m_tabStyle = value;
-    // The tab sizes depend on the style: adding and removing a tab makes QTabBar measure again.
-    m_syncing = true;
-    const int current = currentIndex();
-    insertTab(0, QString());
-    removeTab(0);
-    setCurrentIndex(current);
-    m_syncing = false;
-    update();
+    // The tab sizes depend on the style; setting the icon size makes QTabBar measure again.
+    setIconSize(iconSize());
 }
 
 void TTabSet::MeasureTab(int Index, int& TabWidth) {
@@ -70,7 +64,9 @@ void TTabSet::Click() {
 
 int TTabSet::contentWidth(int index) const {
     int width = QFontMetrics(font()).horizontalAdvance(tabText(index));
-    const_cast<TTabSet*>(this)->MeasureTab(index, width);
+    // QTabBar measures a tab while it adds it, before Tabs knows it.
+    if (index < m_tabs->Count())
+        const_cast<TTabSet*>(this)->MeasureTab(index, width);
     return width;
 }
 
@@ -126,5 +122,6 @@ void TTabSet::syncTabs() {
         setTabText(i, (*m_tabs)[i]);
     setCurrentIndex(current < count() ? current : count() - 1);
     m_syncing = false;
-    update();
+    // The objects (and with them the tab widths) may have changed with the same texts.
+    setIconSize(iconSize());
 }
