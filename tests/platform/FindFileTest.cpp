@@ -216,3 +216,28 @@ TEST(Drives, MountInfoAndDriveTypes) {
     EXPECT_TRUE(QDir(dir.path()).canonicalPath().startsWith(holder.Root))
         << holder.Root.toStdString();
 }
+
+TEST(Drives, LogicalDrivesKeepTheFirstOrderAndTheVisibleMount) {
+    const QByteArray text = "27 1 254:0 / / rw - ext4 /dev/vda rw\n"
+                            "22 27 0:21 / /proc rw - proc proc rw\n"
+                            "30 27 8:17 / /media/usb rw - vfat /dev/sdb1 rw\n"
+                            "31 27 0:50 / /home rw - ext4 /dev/vda2 rw\n"
+                            "32 27 0:45 / /run/user/1000 rw - tmpfs tmpfs rw\n"
+                            "33 27 0:46 / /dev/shm rw - tmpfs tmpfs rw\n"
+                            "34 27 0:47 / /tmp rw - tmpfs tmpfs rw\n"
+                            "35 30 8:18 / /media/usb rw - ext4 /dev/sdb2 rw\n";
+    const QList<TMountPoint> mounts = ParseMountInfo(text);
+    QStringList roots;
+    for (const TMountPoint& m : LogicalDrives(mounts, false))
+        roots << m.Root;
+    EXPECT_EQ(roots, (QStringList{QStringLiteral("/"), QStringLiteral("/media/usb/"),
+                                  QStringLiteral("/home/"), QStringLiteral("/tmp/")}));
+    // A file system mounted over another hides it: the drive is the one mounted last.
+    EXPECT_EQ(LogicalDrives(mounts, false)[1].Source, QStringLiteral("/dev/sdb2"));
+    EXPECT_EQ(LogicalDrives(mounts, true).size(), 7);
+    EXPECT_TRUE(LogicalDrives({}, false).isEmpty());
+    TMountPoint noDevice = mounts[0];
+    noDevice.Major = 0;
+    EXPECT_EQ(VolumeLabel(noDevice), QString());
+    EXPECT_EQ(VolumeUuid(TMountPoint{}), QString());
+}

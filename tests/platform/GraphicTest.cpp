@@ -116,3 +116,46 @@ TEST(Picture, SetGraphicCopiesAndBitmapReplacesOtherClasses) {
     EXPECT_EQ(pic.Bitmap()->Width(), 0);
     EXPECT_EQ(pic.Graphic()->ClassName(), QStringLiteral("TBitmap"));
 }
+
+TEST(Picture, LargeJpegLoadsInBandsShownAsTheyArriveAndAFailureKeepsTheOldPicture) {
+    qxtest::TempDir dir;
+    QImage big(2000, 1200, QImage::Format_RGB32);
+    big.fill(Qt::white);
+    for (int y = 0; y < big.height(); ++y)
+        for (int x = 0; x < 100; ++x)
+            big.setPixel(x, y, y < 600 ? qRgb(255, 0, 0) : qRgb(0, 0, 255));
+    const QString file = dir.file(QStringLiteral("big.jpg"));
+    ASSERT_TRUE(big.save(file, "JPEG", 95));
+
+    TPicture pic;
+    QList<int> stages;
+    QList<int> percents;
+    QList<TRect> ready;
+    QList<QRgb> shownAtTop;
+    pic.OnProgress = [&](TPersistent*, TProgressStage stage, int percent, bool redraw,
+                         const TRect& r, const QString& msg) {
+        EXPECT_EQ(msg, QStringLiteral("Lesen"));
+        stages << stage;
+        percents << percent;
+        if (redraw) {
+            ready << r;
+            // While loading, the picture's graphic is the one arriving, drawable as it is.
+            auto* bitmap = dynamic_cast<TBitmap*>(pic.Graphic());
+            shownAtTop << (bitmap ? bitmap->Image().pixel(50, r.Top) : 0);
+        }
+    };
+    pic.LoadFromFile(file);
+    EXPECT_EQ(stages,
+              (QList<int>{psStarting, psRunning, psRunning, psRunning, psRunning, psEnding}));
+    EXPECT_EQ(percents, (QList<int>{0, 25, 50, 75, 100, 100}));
+    ASSERT_EQ(ready.size(), 4);
+    EXPECT_EQ(ready[0], Rect(0, 0, 2000, 300));
+    EXPECT_EQ(ready[3], Rect(0, 900, 2000, 1200));
+    EXPECT_GT(qRed(shownAtTop[0]), 200);
+    EXPECT_GT(qBlue(shownAtTop[3]), 200);
+    EXPECT_EQ(pic.Width(), 2000);
+
+    const QString broken = dir.write(QStringLiteral("broken.jpg"), QByteArray("not a jpeg"));
+    EXPECT_THROW(pic.LoadFromFile(broken), EInvalidGraphic);
+    EXPECT_EQ(pic.Width(), 2000);
+}

@@ -196,3 +196,17 @@ TEST(Qxtool, VerinfoPrintsTheMemoLinesAndHexversionTheHexText) {
             .exitCode,
         2);
 }
+
+TEST(Icons, AGroupGivesTheImageClosestToTheWantedSize) {
+    const QByteArray dll = readFile(pe("icons.dll"));
+    const QImage small = qxpe::iconGroupImage(dll, 1, 20);
+    ASSERT_EQ(small.size(), QSize(16, 16));
+    EXPECT_EQ(small.pixelColor(5, 5), QColor(Qt::red));
+    const QImage large = qxpe::iconGroupImage(dll, 1, 64);
+    ASSERT_EQ(large.size(), QSize(32, 32));
+    EXPECT_EQ(large.pixelColor(5, 5), QColor(Qt::blue));
+    // The only image of the first group is a PNG.
+    EXPECT_EQ(qxpe::iconGroupImage(dll, 0, 16).size(), QSize(48, 48));
+    EXPECT_TRUE(qxpe::iconGroupImage(dll, 2, 16).isNull());
+    EXPECT_TRUE(qxpe::iconGroupImage(QByteArray("MZ"), 0, 16).isNull());
+}
