@@ -3,6 +3,7 @@
 // The qxt function library: include this one header for all of it.
 
 #include "QxutilFiles.h"
+#include "QxutilPictures.h"
 #include "QxutilSettings.h"
 #include "QxutilSystem.h"
 #include "QxutilText.h"
