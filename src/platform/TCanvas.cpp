@@ -90,6 +90,27 @@ QVector<QPoint> linePixels(TPoint a, TPoint b) {
     return pts;
 }
 
+// Qt breaks lines only at line feeds and shows a carriage return as a blank; GDI breaks at
+// either, and once at a pair of the two in either order.
+QString gdiLineBreaks(const QString& text) {
+    if (!text.contains(u'\r'))
+        return text;
+    QString out;
+    out.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (c != u'\n' && c != u'\r') {
+            out += c;
+            continue;
+        }
+        out += u'\n';
+        const QChar other = c == u'\n' ? u'\r' : u'\n';
+        if (i + 1 < text.size() && text[i + 1] == other)
+            ++i;
+    }
+    return out;
+}
+
 } // namespace
 
 // The painter for one drawing call: the attached one (state saved and restored) or a fresh
@@ -320,13 +341,27 @@ void TCanvas::FrameRect(const TRect& r) {
     fillSolid(*s.p, QRect(r.Right - 1, r.Top, 1, r.Height()), c);
 }
 
+int TCanvas::SetTextCharacterExtra(int extra) {
+    const int previous = m_charExtra;
+    m_charExtra = extra;
+    return previous;
+}
+
+QFont TCanvas::textFont() const {
+    if (m_charExtra == 0)
+        return Font.ToQFont();
+    QFont f = Font.ToQFont();
+    f.setLetterSpacing(QFont::AbsoluteSpacing, m_charExtra);
+    return f;
+}
+
 void TCanvas::drawTextRun(QPainter& p, int x, int y, const QString& text, const QRect* clip) {
-    const QFontMetrics fm(Font.ToQFont());
+    const QFontMetrics fm(textFont());
     if (clip)
         p.setClipRect(*clip, Qt::IntersectClip);
     if (Brush.Style == bsSolid && m_bkMode == OPAQUE)
         fillSolid(p, QRect(x, y, fm.horizontalAdvance(text), fm.height()), ToQColor(Brush.Color));
-    p.setFont(Font.ToQFont());
+    p.setFont(textFont());
     p.setPen(ToQColor(Font.Color()));
     p.drawText(QPoint(x, y + fm.ascent()), text);
 }
@@ -353,15 +388,16 @@ void TCanvas::TextRect(const TRect& r, int x, int y, const QString& text) {
 }
 
 int TCanvas::TextWidth(const QString& text) const {
-    return QFontMetrics(Font.ToQFont()).horizontalAdvance(text);
+    return QFontMetrics(textFont()).horizontalAdvance(text);
 }
 
 int TCanvas::TextHeight(const QString& text) const {
     Q_UNUSED(text);
-    return QFontMetrics(Font.ToQFont()).height();
+    return QFontMetrics(textFont()).height();
 }
 
-int TCanvas::DrawText(const QString& text, TRect& r, unsigned flags) {
+int TCanvas::DrawText(const QString& rawText, TRect& r, unsigned flags) {
+    const QString text = gdiLineBreaks(rawText);
     int qf = 0;
     qf |= (flags & DT_CENTER)  ? Qt::AlignHCenter
           : (flags & DT_RIGHT) ? Qt::AlignRight
@@ -380,13 +416,16 @@ int TCanvas::DrawText(const QString& text, TRect& r, unsigned flags) {
         qf |= Qt::TextExpandTabs;
     if (!(flags & DT_NOPREFIX))
         qf |= Qt::TextShowMnemonic;
-    const QFontMetrics fm(Font.ToQFont());
-    const QRect bounds = fm.boundingRect(r.ToQRect(), qf, text);
+    const QFontMetrics fm(textFont());
     if (flags & DT_CALCRECT) {
-        r.Right = r.Left + bounds.width();
-        r.Bottom = r.Top + bounds.height();
-        return bounds.height();
+        // Measured left-aligned: centring fractional widths would round both edges outward.
+        const QRect size = fm.boundingRect(
+            r.ToQRect(), (qf & ~int(Qt::AlignHorizontal_Mask)) | Qt::AlignLeft, text);
+        r.Right = r.Left + size.width();
+        r.Bottom = r.Top + size.height();
+        return size.height();
     }
+    const QRect bounds = fm.boundingRect(r.ToQRect(), qf, text);
     Scope s(this);
     if (!s.p)
         return bounds.height();
@@ -394,7 +433,7 @@ int TCanvas::DrawText(const QString& text, TRect& r, unsigned flags) {
         s.p->setClipRect(r.ToQRect(), Qt::IntersectClip);
     if (Brush.Style == bsSolid && m_bkMode == OPAQUE)
         fillSolid(*s.p, bounds, ToQColor(Brush.Color));
-    s.p->setFont(Font.ToQFont());
+    s.p->setFont(textFont());
     s.p->setPen(ToQColor(Font.Color()));
     s.p->drawText(r.ToQRect(), qf, text);
     return bounds.height();

@@ -107,6 +107,10 @@ public:
     void SetPenPos(TPoint p) { m_penPos = p; }
     int BkMode() const { return m_bkMode; }
     void SetBkMode(int mode) { m_bkMode = mode; }
+    // Extra pixels after every character that text output and measuring add (GDI's
+    // SetTextCharacterExtra); returns the previous value.
+    int SetTextCharacterExtra(int extra);
+    int TextCharacterExtra() const { return m_charExtra; }
 
     void MoveTo(int x, int y);
     // Draws from the pen position to (x, y) without (x, y) itself, then moves there.
@@ -130,7 +134,8 @@ public:
     void TextRect(const TRect& r, int x, int y, const QString& text);
     int TextWidth(const QString& text) const;
     int TextHeight(const QString& text) const;
-    // GDI DrawText: returns the text height; with DT_CALCRECT only measures into r.
+    // GDI DrawText: returns the text height; with DT_CALCRECT only measures into r. Line feeds,
+    // carriage returns and pairs of the two (either order) each break the line once.
     int DrawText(const QString& text, TRect& r, unsigned flags);
 
     void Draw(int x, int y, TGraphic* graphic);
@@ -156,6 +161,7 @@ private:
     void applyPenMode(QPainter& p) const;
     void fillSolid(QPainter& p, const QRect& r, const QColor& c) const;
     void drawTextRun(QPainter& p, int x, int y, const QString& text, const QRect* clip);
+    QFont textFont() const;
 
     QImage* m_image = nullptr;
     QPainter* m_painter = nullptr;
@@ -163,6 +169,7 @@ private:
     QPalette m_palette;
     TPoint m_penPos;
     int m_bkMode = OPAQUE;
+    int m_charExtra = 0;
 };
 
 // Copies a block between canvases with a raster operation.

@@ -191,3 +191,44 @@ TEST(Canvas, TransparentBitmapLeavesItsKeyColourOut) {
     EXPECT_EQ(s.at(0, 0), clWhite);
     EXPECT_EQ(s.at(1, 0), clRed);
 }
+
+TEST(Canvas, CharacterExtraWidensEveryCharacter) {
+    Surface s;
+    const QString text = QStringLiteral("abcd");
+    const int plain = s.canvas.TextWidth(text);
+    EXPECT_EQ(s.canvas.SetTextCharacterExtra(3), 0);
+    EXPECT_EQ(s.canvas.TextWidth(text), plain + 4 * 3);
+    TRect r = Rect(0, 0, 200, 0);
+    s.canvas.DrawText(text, r, DT_CALCRECT | DT_SINGLELINE);
+    EXPECT_EQ(r.Width(), plain + 4 * 3);
+    EXPECT_EQ(s.canvas.SetTextCharacterExtra(0), 3);
+    EXPECT_EQ(s.canvas.TextWidth(text), plain);
+}
+
+TEST(Canvas, DrawTextBreaksOnceAtEitherLineEndOrAPairOfThem) {
+    Surface s;
+    const int line = s.canvas.TextHeight(QStringLiteral("X"));
+    const auto height = [&](const char* text) {
+        TRect r = Rect(0, 0, 200, 0);
+        return s.canvas.DrawText(QString::fromLatin1(text), r, DT_CALCRECT) / line;
+    };
+    EXPECT_EQ(height("a"), 1);
+    EXPECT_EQ(height("a\nb"), 2);
+    EXPECT_EQ(height("a\rb"), 2);
+    EXPECT_EQ(height("a\n\rb"), 2);
+    EXPECT_EQ(height("a\r\nb"), 2);
+    // Two line feeds, or a pair followed by a lone return, leave an empty line between.
+    EXPECT_EQ(height("a\n\nb"), 3);
+    EXPECT_EQ(height("a\n\r\rb"), 3);
+}
+
+TEST(Canvas, CentredTextMeasuresAsWideAsLeftAligned) {
+    Surface s;
+    for (const char* text : {"i", "Mittwoch", "17.01.2024 09:05:03"}) {
+        TRect left = Rect(0, 0, 300, 0);
+        TRect centred = left;
+        s.canvas.DrawText(QString::fromLatin1(text), left, DT_CALCRECT | DT_LEFT);
+        s.canvas.DrawText(QString::fromLatin1(text), centred, DT_CALCRECT | DT_CENTER);
+        EXPECT_EQ(centred, left) << text;
+    }
+}
