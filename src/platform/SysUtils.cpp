@@ -85,9 +85,17 @@ QString Trim(const QString& s) {
     return TrimLeft(TrimRight(s));
 }
 
+QString DateToStr(const QDate& value) {
+    return value.toString(QStringLiteral("dd.MM.yyyy"));
+}
+
+QString TimeToStr(const QTime& value) {
+    return value.toString(QStringLiteral("hh:mm:ss"));
+}
+
 QString DateTimeToStr(const QDateTime& value) {
-    const QString date = value.date().toString(QStringLiteral("dd.MM.yyyy"));
+    const QString date = DateToStr(value.date());
     if (value.time() == QTime(0, 0))
         return date;
-    return date + value.time().toString(QStringLiteral(" hh:mm:ss"));
+    return date + u' ' + TimeToStr(value.time());
 }

@@ -78,7 +78,13 @@ QXT_EXPORT QString Trim(const QString& s);
 QXT_EXPORT QString TrimLeft(const QString& s);
 QXT_EXPORT QString TrimRight(const QString& s);
 
+class QDate;
 class QDateTime;
+class QTime;
+// A date as "dd.mm.yyyy", the package's German format.
+QXT_EXPORT QString DateToStr(const QDate& value);
+// A time of day as "hh:nn:ss".
+QXT_EXPORT QString TimeToStr(const QTime& value);
 // A date and time as "dd.mm.yyyy hh:nn:ss" in the package's German format; the time is left
 // out when it is exactly midnight.
 QXT_EXPORT QString DateTimeToStr(const QDateTime& value);

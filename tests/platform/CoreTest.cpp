@@ -6,6 +6,7 @@
 #include "TestSupport.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <gtest/gtest.h>
 
 TEST(Rects, IntersectionAndEmptiness) {
@@ -33,6 +34,17 @@ TEST(Conversions, IntegersInDecimalAndHex) {
         EXPECT_EQ(e.Message(), QStringLiteral("'abc' is not a valid integer value"));
     }
     EXPECT_EQ(Trim(QStringLiteral("\t a b \r\n")), QStringLiteral("a b"));
+}
+
+TEST(Conversions, DatesAndTimesInGermanFormWithLeadingZeros) {
+    const QDate date(2024, 1, 7);
+    EXPECT_EQ(DateToStr(date), QStringLiteral("07.01.2024"));
+    EXPECT_EQ(TimeToStr(QTime(9, 5, 3)), QStringLiteral("09:05:03"));
+    EXPECT_EQ(TimeToStr(QTime(0, 0)), QStringLiteral("00:00:00"));
+    EXPECT_EQ(DateTimeToStr(QDateTime(date, QTime(23, 59, 1))),
+              QStringLiteral("07.01.2024 23:59:01"));
+    // Midnight is a plain date.
+    EXPECT_EQ(DateTimeToStr(QDateTime(date, QTime(0, 0))), QStringLiteral("07.01.2024"));
 }
 
 TEST(Timer, TicksOnlyWhenEnabledWithAPositiveInterval) {
