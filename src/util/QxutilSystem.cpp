@@ -3,6 +3,7 @@
 #include "Application.h"
 #include "Dialogs.h"
 #include "QxutilFiles.h"
+#include "QxutilSysStat.h"
 #include "QxutilSystemX11_p.h"
 #include "SysUtils.h"
 
@@ -180,29 +181,6 @@ QString entryValue(const QString& s) {
     return out;
 }
 
-struct CpuTimes {
-    quint64 busy = 0;
-    quint64 total = 0;
-};
-
-bool readCpuTimes(CpuTimes& t) {
-    QFile f(QStringLiteral("/proc/stat"));
-    if (!f.open(QIODevice::ReadOnly))
-        return false;
-    const QList<QByteArray> fields = f.readLine().simplified().split(' ');
-    if (fields.size() < 5 || fields[0] != "cpu")
-        return false;
-    t = {};
-    for (qsizetype i = 1; i < fields.size(); ++i) {
-        const quint64 v = fields[i].toULongLong();
-        t.total += v;
-        // Field 4 is idle time, field 5 time waiting for input or output.
-        if (i != 4 && i != 5)
-            t.busy += v;
-    }
-    return true;
-}
-
 } // namespace
 
 TWindowMessageEvent::TWindowMessageEvent(quint16 msg) : QEvent(EventType()), m_msg(msg) {
@@ -329,18 +307,12 @@ qint32 qxtGetWinVersion() {
 }
 
 qint32 qxtGetCPULast() {
-    static CpuTimes previous;
-    static bool havePrevious = false;
-    CpuTimes now;
-    if (!readCpuTimes(now))
+    static TCPUUsage usage;
+    qint32 load = 0;
+    if (!usage.Read(load))
         return -1;
     // The load is a 32-bit value, as the statistics deliver it.
     ShowMessage(QString::number(sizeof(qint32)));
-    qint32 load = 0;
-    if (havePrevious && now.total > previous.total)
-        load = qint32((now.busy - previous.busy) * 100 / (now.total - previous.total));
-    previous = now;
-    havePrevious = true;
     return load;
 }
 
