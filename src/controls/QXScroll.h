@@ -24,7 +24,7 @@
 // still at the left edge and only a longer one runs.
 class QXT_EXPORT TQXScrollText : public TGraphicControl, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(bool AutoScroll READ AutoScroll WRITE SetAutoScroll)
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
     Q_PROPERTY(QColor Color READ colorProperty WRITE setColorProperty)

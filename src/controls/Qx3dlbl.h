@@ -39,7 +39,7 @@ using enum QX3dLabelEnums::dtFormat;
 // pixels across and 6 down.
 class QXT_EXPORT TQX3dLabel : public TCustomLabel, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(QX3dLabelEnums::dtFormat Alignment READ Alignment WRITE SetAlignment)
     Q_PROPERTY(int BorderSize READ BorderSize WRITE SetBorderSize)
     Q_PROPERTY(TBevelEnums::TBevelCut BorderStyle READ BorderStyle WRITE SetBorderStyle)

@@ -31,7 +31,7 @@ using enum QXBlinkerEnums::TBlinkStyle;
 // its background or text role.
 class QXT_EXPORT TQXBlinker : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(bool Blink READ Blink WRITE SetBlink)
     Q_PROPERTY(QColor BlinkHiColor READ hiColorProperty WRITE setHiColorProperty)
     Q_PROPERTY(QColor BlinkLoColor READ loColorProperty WRITE setLoColorProperty)

@@ -25,7 +25,7 @@ using TQXBounceEvent = std::function<void(QObject* Sender, int& XPos, int& YPos,
 // (Control) that is moved around instead; with NoRefresh the ball leaves a trail.
 class QXT_EXPORT TQXBounce : public TCustomControl, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(QColor Color READ colorProperty WRITE setColorProperty)
     Q_PROPERTY(int Friction READ Friction WRITE SetFriction)
     Q_PROPERTY(int Gravitation READ Gravitation WRITE SetGravitation)

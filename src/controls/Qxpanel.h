@@ -74,7 +74,7 @@ private:
 // (its paint covers every pixel), and the timer runs in the designer too.
 class QXT_EXPORT TQXPanel : public TCustomPanel, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(QString CaptionFormat READ CaptionFormat WRITE SetCaptionFormat)
     Q_PROPERTY(QColor GraphColor READ graphColorProperty WRITE setGraphColorProperty)
     Q_PROPERTY(QXPanelEnums::TStyle Style READ Style WRITE SetStyle)

@@ -29,7 +29,7 @@ struct TQXStar {
 // spread evenly.
 class QXT_EXPORT TQXStars : public TCustomControl, public TQXAboutCarrier {
     Q_OBJECT
-    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools)
+    Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(QColor Color READ colorProperty WRITE setColorProperty)
     Q_PROPERTY(int Interval READ Interval WRITE SetInterval)
     Q_PROPERTY(int MaxStars READ MaxStars WRITE SetMaxStars)
