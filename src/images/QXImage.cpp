@@ -20,6 +20,7 @@ TQXImage::TQXImage(QWidget* parent) : TGraphicControl(parent) {
         Progress(sender, stage, percent, redrawNow, r, msg);
     };
     SetDefaultSize(105, 105);
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(QStringLiteral("Bild"));
     setAccessibleDescription(
         QStringLiteral("Bild, auf Wunsch im Seitenverhältnis eingepasst und zentriert"));
@@ -89,17 +90,22 @@ TRect TQXImage::DestRect() {
         target = Bounds(0, 0, m_picture.Width(), m_picture.Height());
     }
     if (target != m_lastTarget)
-        TGraphicControl::Canvas()->FillRect(ClientRect());
+        m_screenCanvas.FillRect(ClientRect());
     m_lastTarget = target;
     return target;
 }
 
 void TQXImage::Paint() {
     const bool wasDrawing = std::exchange(m_drawing, true);
-    TCanvas* c = TGraphicControl::Canvas();
+    if (m_screen.size() != size()) {
+        m_screen = QImage(size(), QImage::Format_RGB32);
+        m_screen.fill(TColorToQColor(Color(), &palette()));
+    }
+    TCanvas* c = &m_screenCanvas;
+    c->SetPalette(palette());
     c->Brush = TBrush{};
     c->Brush.Color = Color();
-    if (!testAttribute(Qt::WA_OpaquePaintEvent))
+    if (!m_opaque)
         c->FillRect(ClientRect());
     c->StretchDraw(DestRect(), m_picture.Graphic());
     if (ComponentState().Contains(csDesigning)) {
@@ -108,6 +114,7 @@ void TQXImage::Paint() {
         c->Brush.Style = bsClear;
         c->Rectangle(0, 0, Width(), Height());
     }
+    TGraphicControl::Canvas()->DrawImage(ClientRect(), m_screen);
     m_drawing = wasDrawing;
 }
 
@@ -123,13 +130,11 @@ void TQXImage::PictureChanged() {
         }
         const bool covers =
             m_stretch || (graphic->Width() >= Width() && graphic->Height() >= Height());
-        const bool opaque =
-            dynamic_cast<TGIFImage*>(graphic) || (!graphic->Transparent() && covers);
-        setAttribute(Qt::WA_OpaquePaintEvent, opaque);
+        m_opaque = dynamic_cast<TGIFImage*>(graphic) || (!graphic->Transparent() && covers);
         if (DoPaletteChange() && m_drawing)
             update();
     } else {
-        setAttribute(Qt::WA_OpaquePaintEvent, false);
+        m_opaque = false;
     }
     if (!m_drawing)
         Invalidate();

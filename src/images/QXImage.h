@@ -4,6 +4,8 @@
 #include "TComponent.h"
 #include "TPicture.h"
 
+#include <QImage>
+
 // A picture control like TImage, with three differences:
 //
 // - Stretch fits the picture into the control keeping its proportions and centres it: the
@@ -11,10 +13,13 @@
 //   height with its width (PW * Height div PH).
 // - Whenever the rectangle the picture is drawn into changes, the whole control is first
 //   filled with Color, so nothing of a larger earlier picture stays behind.
-// - The control counts as opaque (it paints every pixel, so its parent is not drawn beneath)
-//   when its graphic is not transparent and covers it, stretched or at least as large; a GIF
-//   always makes it opaque, whatever its size. A control that is not opaque fills itself with
-//   Color before the picture.
+// - The control counts as opaque when its graphic is not transparent and covers it, stretched
+//   or at least as large; a GIF always makes it opaque, whatever its size. A control that is
+//   not opaque fills itself with Color before every paint of the picture; an opaque one leaves
+//   what it showed before around the picture until the target changes.
+//
+// The control keeps what it shows in a screen image of its own, so what an opaque paint leaves
+// is always its own last picture.
 class QXT_EXPORT TQXImage : public TGraphicControl {
     Q_OBJECT
     Q_PROPERTY(bool AutoSize READ AutoSize WRITE SetAutoSize)
@@ -50,6 +55,10 @@ public:
     TCanvas* Canvas();
     // Passed on from the picture while it loads.
     TProgressEvent OnProgress;
+    // Whether a paint leaves the surroundings of the picture as they were.
+    bool Opaque() const { return m_opaque; }
+    // What the control shows now.
+    const QImage& ScreenImage() const { return m_screen; }
 
 protected:
     void Paint() override;
@@ -71,7 +80,10 @@ private:
     bool m_incrementalDisplay = false;
     bool m_transparent = false;
     bool m_drawing = false;
+    bool m_opaque = false;
     TRect m_lastTarget;
+    QImage m_screen;
+    TCanvas m_screenCanvas{&m_screen};
 };
 
 namespace QXImage {

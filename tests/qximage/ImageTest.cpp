@@ -10,21 +10,20 @@
 
 namespace {
 
-// Paints the control into an image of its size over a background of the test's choice, as
-// its paint event would over what lies beneath it.
+// Runs the control's paint as its paint event does and returns what it then shows.
 class TPaintedImage : public TQXImage {
 public:
     using TQXImage::DestRect;
-    QImage paintImage(QColor background) {
-        QImage image(Width(), Height(), QImage::Format_RGB32);
-        image.fill(background);
-        QPainter painter(&image);
-        TGraphicControl::Canvas()->Attach(&painter, image.rect());
+    QImage paintImage() {
+        QImage device(Width(), Height(), QImage::Format_RGB32);
+        QPainter painter(&device);
+        TGraphicControl::Canvas()->Attach(&painter, device.rect());
         Paint();
         TGraphicControl::Canvas()->Detach();
-        return image;
+        painter.end();
+        EXPECT_EQ(device, ScreenImage());
+        return device;
     }
-    bool opaque() const { return testAttribute(Qt::WA_OpaquePaintEvent); }
 };
 
 // Counts the paint events a widget gets.
@@ -82,29 +81,36 @@ TEST(Image, ANewTargetRefillsTheControlWithItsColour) {
     image.SetColor(clBlue);
     image.SetStretch(true);
     setBitmap(image, 200, 100, clRed);
-    ASSERT_TRUE(image.opaque()) << "a stretched bitmap covers its target";
-    QImage shot = image.paintImage(Qt::green);
-    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 50), int(clRed));
-    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 5), int(clBlue)) << "the first target fills";
+    ASSERT_TRUE(image.Opaque()) << "a stretched bitmap covers its target";
+    QImage shot = image.paintImage();
+    EXPECT_EQ(qxtest::pixelBGR(shot, 5, 50), int(clRed));
+    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 5), int(clBlue));
     // The same target again: an opaque control leaves what lies around the picture.
-    shot = image.paintImage(Qt::green);
-    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 5), int(clLime));
+    image.SetColor(clYellow);
+    shot = image.paintImage();
+    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 5), int(clBlue));
+    // A tall picture: the new target clears what the wide one left.
+    setBitmap(image, 100, 200, clRed);
+    shot = image.paintImage();
+    EXPECT_EQ(qxtest::pixelBGR(shot, 5, 50), int(clYellow));
+    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 5), int(clRed));
 
     // A GIF keeps the control opaque, so only the refill clears what the stretched picture
     // left when Stretch goes off.
     qxtest::TempDir dir;
     image.Picture()->LoadFromFile(dir.write(QStringLiteral("red.gif"), redGif));
     ASSERT_EQ(image.Picture()->Width(), 1);
-    shot = image.paintImage(Qt::green);
-    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 50), int(clRed));
+    shot = image.paintImage();
+    EXPECT_EQ(qxtest::pixelBGR(shot, 0, 0), int(clRed));
     EXPECT_EQ(qxtest::pixelBGR(shot, 104, 104), int(clRed));
     image.SetStretch(false);
-    shot = image.paintImage(Qt::green);
+    shot = image.paintImage();
     EXPECT_EQ(qxtest::pixelBGR(shot, 0, 0), int(clRed));
-    EXPECT_EQ(qxtest::pixelBGR(shot, 1, 0), int(clBlue));
-    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 50), int(clBlue));
-    shot = image.paintImage(Qt::green);
-    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 50), int(clLime));
+    EXPECT_EQ(qxtest::pixelBGR(shot, 1, 0), int(clYellow));
+    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 50), int(clYellow));
+    image.SetColor(clBlue);
+    shot = image.paintImage();
+    EXPECT_EQ(qxtest::pixelBGR(shot, 50, 50), int(clYellow));
 }
 
 TEST(Image, OpacityFollowsCoverageTransparencyAndGifs) {
@@ -112,26 +118,27 @@ TEST(Image, OpacityFollowsCoverageTransparencyAndGifs) {
     TPaintedImage image;
     image.SetColor(clBlue);
     setBitmap(image, 50, 50, clRed);
-    EXPECT_FALSE(image.opaque()) << "a small bitmap leaves room around it";
-    // Not opaque: every paint fills with Color first.
-    for (int i = 0; i < 2; ++i)
-        EXPECT_EQ(qxtest::pixelBGR(image.paintImage(Qt::green), 80, 80), int(clBlue));
+    EXPECT_FALSE(image.Opaque()) << "a small bitmap leaves room around it";
+    EXPECT_EQ(qxtest::pixelBGR(image.paintImage(), 80, 80), int(clBlue));
+    // Not opaque: every paint fills with Color first, also without a new target.
+    image.SetColor(clYellow);
+    EXPECT_EQ(qxtest::pixelBGR(image.paintImage(), 80, 80), int(clYellow));
     setBitmap(image, 105, 105, clRed);
-    EXPECT_TRUE(image.opaque());
+    EXPECT_TRUE(image.Opaque());
     image.SetTransparent(true);
     EXPECT_TRUE(image.Picture()->Graphic()->Transparent());
-    EXPECT_FALSE(image.opaque());
+    EXPECT_FALSE(image.Opaque());
     image.SetTransparent(false);
     EXPECT_FALSE(image.Picture()->Graphic()->Transparent());
-    EXPECT_TRUE(image.opaque());
+    EXPECT_TRUE(image.Opaque());
 
     image.Picture()->LoadFromFile(dir.write(QStringLiteral("red.gif"), redGif));
     ASSERT_NE(dynamic_cast<TGIFImage*>(image.Picture()->Graphic()), nullptr);
-    EXPECT_TRUE(image.opaque()) << "a GIF makes the control opaque whatever its size";
+    EXPECT_TRUE(image.Opaque()) << "a GIF makes the control opaque whatever its size";
     image.SetTransparent(true);
-    EXPECT_TRUE(image.opaque());
+    EXPECT_TRUE(image.Opaque());
     image.Picture()->SetGraphic(nullptr);
-    EXPECT_FALSE(image.opaque());
+    EXPECT_FALSE(image.Opaque());
 
     image.SetAutoSize(true);
     setBitmap(image, 33, 44, clRed);
