@@ -56,6 +56,10 @@ constexpr Exemption exemptions[] = {
     {"TQXFillImage", "FillBitmap",
      "Designer keeps pictures as file or resource references, which the property sheet only "
      "takes in Designer's private value type"},
+    {"TQXFxImage", "Picture", "a picture, as FillBitmap"},
+    {"TQXFxImage", "Font",
+     "the caption's font: no font value is tried, and Designer's own font property sets the "
+     "widget's font on its own"},
 };
 
 bool exempt(const QString& className, const QByteArray& property) {
