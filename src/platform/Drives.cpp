@@ -129,13 +129,17 @@ QList<TMountPoint> MountPoints() {
 }
 
 TMountPoint MountPointOf(const QString& path) {
+    return MountPointOf(path, MountPoints());
+}
+
+TMountPoint MountPointOf(const QString& path, const QList<TMountPoint>& mounts) {
     const QFileInfo info(path.isEmpty() ? QStringLiteral(".") : path);
     const QString canonical = info.canonicalFilePath();
     const QString full =
         terminated(canonical.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : canonical);
     TMountPoint best;
     // Later lines mount over earlier ones, so the last longest match is the visible one.
-    for (const TMountPoint& m : MountPoints())
+    for (const TMountPoint& m : mounts)
         if (full.startsWith(m.Root) && m.Root.size() >= best.Root.size())
             best = m;
     return best;

@@ -25,6 +25,8 @@ QXT_EXPORT QList<TMountPoint> MountPoints();
 // The mount point holding a path (relative paths start at the current directory; existing paths
 // are followed through their links); an empty Root when none does.
 QXT_EXPORT TMountPoint MountPointOf(const QString& path);
+// The same among the given mount points.
+QXT_EXPORT TMountPoint MountPointOf(const QString& path, const QList<TMountPoint>& mounts);
 // Whether a path names "/" or another mount point: the Linux twin of a drive root.
 QXT_EXPORT bool IsDriveRoot(const QString& path);
 // Whether a file system only shows kernel state (proc, sysfs, cgroup, …) and is no drive.
