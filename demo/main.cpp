@@ -3,10 +3,12 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QGroupBox>
 #include <QLabel>
 #include <QList>
 #include <QMainWindow>
+#include <QPixmap>
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QTimer>
@@ -69,6 +71,42 @@ QWidget* familyTab(const FamilyInfo& info) {
     return scroll;
 }
 
+// Grows the window until the current tab's content shows whole, without scroll bars, renders
+// it and gives the window its size back: a picture of a long tab shows all of it.
+QPixmap grabWhole(QMainWindow& window, QTabWidget* tabs) {
+    const QSize before = window.size();
+    auto* scroll = qobject_cast<QScrollArea*>(tabs->currentWidget());
+    if (scroll && scroll->widget()) {
+        const QSize need =
+            scroll->widget()->sizeHint().expandedTo(scroll->widget()->minimumSizeHint());
+        const QSize have = scroll->maximumViewportSize();
+        window.resize(before.width() + std::max(0, need.width() - have.width()),
+                      before.height() + std::max(0, need.height() - have.height()));
+        QApplication::processEvents();
+    }
+    const QPixmap shot = window.grab();
+    window.resize(before);
+    return shot;
+}
+
+// Writes one picture per tab into dir, named after the tab, each after the tab's timers and
+// layouts had time to settle; exits with 0 when all were written.
+void shootAll(QMainWindow& window, QTabWidget* tabs, const QString& dir, int index = 0,
+              bool ok = true) {
+    if (index == tabs->count()) {
+        QApplication::exit(ok ? 0 : 1);
+        return;
+    }
+    tabs->setCurrentIndex(index);
+    QTimer::singleShot(300, &window, [&window, tabs, dir, index, ok]() {
+        const QString file = QDir(dir).filePath(tabs->tabText(index) + QStringLiteral(".png"));
+        const bool saved = grabWhole(window, tabs).save(file);
+        if (!saved)
+            std::fprintf(stderr, "qxdemo: %s kann nicht geschrieben werden.\n", qPrintable(file));
+        shootAll(window, tabs, dir, index + 1, ok && saved);
+    });
+}
+
 // The tabs' names, in the order of the tabs.
 QStringList pageNames() {
     QStringList names;
@@ -91,7 +129,8 @@ int main(int argc, char** argv) {
     bool headless = false;
     for (int i = 1; i < argc; ++i) {
         const QByteArray word(argv[i]);
-        headless = headless || word == "--screenshot" || word == "--help" || word == "-h";
+        headless = headless || word == "--screenshot" || word == "--screenshot-all" ||
+                   word == "--help" || word == "-h";
     }
     if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
         qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
@@ -106,6 +145,10 @@ int main(int argc, char** argv) {
     const QCommandLineOption shotOption(QStringLiteral("screenshot"),
                                         QStringLiteral("Render the window into FILE and exit."),
                                         QStringLiteral("FILE"));
+    const QCommandLineOption allOption(
+        QStringLiteral("screenshot-all"),
+        QStringLiteral("Render every tab, whole, into DIR/NAME.png and exit."),
+        QStringLiteral("DIR"));
     const QStringList pages = qxdemo::pageNames();
     const QCommandLineOption pageOption(
         QStringLiteral("page"),
@@ -113,6 +156,7 @@ int main(int argc, char** argv) {
         QStringLiteral("NAME"));
     parser.addOption(shotOption);
     parser.addOption(pageOption);
+    parser.addOption(allOption);
     parser.process(app);
     const QString page = parser.value(pageOption);
     const auto named = std::find_if(pages.begin(), pages.end(), [&](const QString& name) {
@@ -136,10 +180,18 @@ int main(int argc, char** argv) {
         tabs->setCurrentIndex(int(named - pages.begin()));
     window.show();
 
-    if (parser.isSet(shotOption)) {
+    if (parser.isSet(allOption)) {
+        const QString dir = parser.value(allOption);
+        if (!QDir().mkpath(dir)) {
+            std::fprintf(stderr, "qxdemo: Das Verzeichnis %s kann nicht angelegt werden.\n",
+                         qPrintable(dir));
+            return 1;
+        }
+        qxdemo::shootAll(window, tabs, dir);
+    } else if (parser.isSet(shotOption)) {
         // Let timers and layouts settle before taking the picture.
         QTimer::singleShot(300, &window, [&]() {
-            const bool ok = window.grab().save(parser.value(shotOption));
+            const bool ok = qxdemo::grabWhole(window, tabs).save(parser.value(shotOption));
             QApplication::exit(ok ? 0 : 1);
         });
     }

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPixmap>
 #include <QProcess>
+#include <QSet>
 #include <gtest/gtest.h>
 
 namespace {
@@ -114,4 +115,42 @@ TEST(GalleryCommandLine, PageOpensItsTabInAnyCase) {
     }
     EXPECT_NE(shots[0], shots[1]);
     EXPECT_NE(shots[0], shots[2]);
+}
+
+// --screenshot-all writes one picture per tab, named after it: none is blank, no two are alike,
+// and a tab longer than the window is drawn whole instead of cut at the window's edge.
+TEST(GalleryCommandLine, ScreenshotAllWritesEveryTabWhole) {
+    qxtest::TempDir dir;
+    const QString out = dir.file(QStringLiteral("shots"));
+    const qxtest::ToolResult run = runGallery({"--screenshot-all", out}, dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    QList<QImage> shots;
+    for (const QString& name : tabNames) {
+        SCOPED_TRACE(name.toStdString());
+        const QImage shot(out + QLatin1Char('/') + name + QStringLiteral(".png"));
+        ASSERT_FALSE(shot.isNull());
+        EXPECT_GE(shot.width(), 900);
+        EXPECT_GE(shot.height(), 640);
+        // Below the tab bar a page with content holds text and controls in many shades.
+        QSet<QRgb> shades;
+        for (int y = 40; y < shot.height(); y += 2)
+            for (int x = 0; x < shot.width(); x += 2)
+                shades.insert(shot.pixel(x, y));
+        EXPECT_GT(shades.size(), 16);
+        for (const QImage& earlier : shots)
+            EXPECT_NE(earlier, shot);
+        shots << shot;
+    }
+    // The display tab holds more than a window of sections; its last one (the marquees) ends
+    // clearly above the tab's bottom frame, so nothing was cut off.
+    const QImage display(out + QStringLiteral("/Display.png"));
+    EXPECT_GT(display.height(), 900);
+    const int frame = display.height() - 6;
+    const QRgb background = display.pixel(display.width() / 2, frame - 1);
+    int lastContentRow = 0;
+    for (int y = 0; y < frame; ++y)
+        for (int x = 40; x < display.width() / 2; x += 4)
+            if (qAbs(qGray(display.pixel(x, y)) - qGray(background)) > 40)
+                lastContentRow = y;
+    EXPECT_LT(lastContentRow, frame - 10);
 }
