@@ -1,5 +1,6 @@
 // The first display sections: the LCD panel, the dot-matrix marquee and box gauges driven by
 // a slider, with a simulated level meter.
+#include "DemoControls.h"
 #include "DemoPage.h"
 
 #include "QXGauge.h"
@@ -7,14 +8,11 @@
 #include "Qxlcdpan.h"
 
 #include <QCheckBox>
-#include <QColorDialog>
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPixmap>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRandomGenerator>
@@ -23,7 +21,6 @@
 #include <QTime>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <functional>
 
 namespace {
 
@@ -50,35 +47,8 @@ private:
     QWidget* m_control;
 };
 
-// A button showing a colour; clicking it chooses another, starting from the one shown.
-QPushButton* colourButton(const QString& text, TColor initial, std::function<void(TColor)> set) {
-    auto* button = new QPushButton(text);
-    auto show = [button](TColor c) {
-        QPixmap swatch(14, 14);
-        swatch.fill(TColorToQColor(c));
-        button->setIcon(QIcon(swatch));
-    };
-    show(initial);
-    QObject::connect(
-        button, &QPushButton::clicked, button, [button, set, show, current = initial]() mutable {
-            const QColor c =
-                QColorDialog::getColor(TColorToQColor(current), button, button->text());
-            if (!c.isValid())
-                return;
-            current = QColorToTColor(c);
-            set(current);
-            show(current);
-        });
-    return button;
-}
-
-QSpinBox* spin(const QString& prefix, int low, int high, int value) {
-    auto* box = new QSpinBox;
-    box->setRange(low, high);
-    box->setValue(value);
-    box->setPrefix(prefix);
-    return box;
-}
+using qxdemo::colourButton;
+using qxdemo::spin;
 
 class LCDPage : public QWidget {
 public:
