@@ -1,0 +1,159 @@
+#include "TestSupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QImageReader>
+#include <QProcess>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+// The README's family guides show the programs of examples/ verbatim, and each program is
+// built against the library and run here with what it documents checked.
+
+namespace {
+
+QString readText(const QString& fileName) {
+    QFile f(fileName);
+    return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
+}
+
+QString sourceFile(const QString& name) {
+    return QStringLiteral(QX_SOURCE_DIR "/") + name;
+}
+
+// Runs examples/<name> with the arguments; the process starts in dir.
+qxtest::ToolResult runExample(const QString& name, const QStringList& args, const QString& dir) {
+    QProcess p;
+    p.setWorkingDirectory(dir);
+    p.start(QStringLiteral(QX_EXAMPLES_BIN "/example_") + name, args);
+    if (!p.waitForFinished(60000))
+        return {};
+    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1,
+            QString::fromUtf8(p.readAllStandardOutput()),
+            QString::fromUtf8(p.readAllStandardError())};
+}
+
+// Whether some pixel of the image is near the colour.
+bool holdsColour(const QImage& image, QColor colour) {
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            if (qAbs(c.red() - colour.red()) < 8 && qAbs(c.green() - colour.green()) < 8 &&
+                qAbs(c.blue() - colour.blue()) < 8)
+                return true;
+        }
+    return false;
+}
+
+} // namespace
+
+// Each example appears in the README exactly as the file holds it, and every example block
+// of the README is a file; a changed example or an edited snippet fails here.
+TEST(Examples, ReadmeShowsEveryExampleVerbatim) {
+    const QString readme = readText(sourceFile(QStringLiteral("README.md")));
+    ASSERT_FALSE(readme.isEmpty());
+    const QStringList files =
+        QDir(sourceFile(QStringLiteral("examples"))).entryList({QStringLiteral("*.cpp")});
+    ASSERT_FALSE(files.isEmpty());
+    for (const QString& file : files) {
+        SCOPED_TRACE(file.toStdString());
+        const QString code = readText(sourceFile(QStringLiteral("examples/") + file));
+        ASSERT_TRUE(code.startsWith(QStringLiteral("// examples/") + file + QLatin1Char(':')));
+        EXPECT_TRUE(readme.contains(QStringLiteral("```cpp\n") + code + QStringLiteral("```\n")));
+    }
+    static const QRegularExpression block(QStringLiteral("```cpp\n// (examples/[^:]+):"));
+    int blocks = 0;
+    for (auto m = block.globalMatch(readme); m.hasNext(); ++blocks) {
+        const QString name = m.next().captured(1);
+        EXPECT_TRUE(QFile::exists(sourceFile(name))) << name.toStdString();
+    }
+    EXPECT_EQ(blocks, files.size());
+}
+
+// The values, the list and the font come back through a second component, and the file is an
+// ordinary INI file.
+TEST(Examples, SettingsKeepsValuesAndFontInTheFile) {
+    qxtest::TempDir dir;
+    const QString ini = dir.file(QStringLiteral("Demo.INI"));
+    const qxtest::ToolResult run = runExample(QStringLiteral("settings"), {ini}, dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out,
+              QStringLiteral("Tabweite 4, Zeilennummern an, Schrift DejaVu Sans Mono 11\n"));
+    const QString text = readText(ini);
+    EXPECT_TRUE(text.contains(QStringLiteral("[Editor]")));
+    EXPECT_TRUE(text.contains(QStringLiteral("Tabweite=4")));
+    EXPECT_TRUE(text.contains(QStringLiteral("Schrift_Name=DejaVu Sans Mono")));
+}
+
+TEST(Examples, UtilitiesPrintWhatTheGuideSays) {
+    qxtest::TempDir dir;
+    const qxtest::ToolResult run = runExample(QStringLiteral("utilities"), {}, dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out.toStdString(),
+              std::string("Ort: Köln\nZeile eins / Zeile zwei\n[Summe   ]\npasst\n"));
+}
+
+// The text files of a tree are found and grouped by directory (without the last one, b.txt);
+// those of the top directory are copied byte for byte, the others and files of other kinds are
+// left where they are.
+TEST(Examples, FilesFindsGroupsAndCopies) {
+    qxtest::TempDir dir;
+    dir.write(QStringLiteral("Briefe/a.txt"), "Anfang");
+    dir.write(QStringLiteral("Briefe/b.txt"), "B");
+    dir.write(QStringLiteral("Briefe/Alt/c.txt"), "C");
+    dir.write(QStringLiteral("Briefe/Alt/d.txt"), "D");
+    dir.write(QStringLiteral("Briefe/Alt/e.log"), "E");
+    const QString root = dir.file(QStringLiteral("Briefe"));
+    const qxtest::ToolResult run = runExample(QStringLiteral("files"), {root}, dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out.toStdString(), std::string("4 Dateien\nAlt: 2\nBriefe: 1\n2 kopiert\n"));
+    EXPECT_EQ(readText(root + QStringLiteral("/Sicherung/a.txt")), QStringLiteral("Anfang"));
+    EXPECT_TRUE(QFile::exists(root + QStringLiteral("/Sicherung/b.txt")));
+    EXPECT_FALSE(QFile::exists(root + QStringLiteral("/Sicherung/c.txt")));
+    EXPECT_FALSE(QFile::exists(root + QStringLiteral("/Sicherung/e.log")));
+}
+
+// The GIF decoder reads the size Qt's own reader reads; the fill runs from navy at the top to
+// aqua at the bottom.
+TEST(Examples, ImagesDecodesTheGifAndPaintsTheBands) {
+    qxtest::TempDir dir;
+    const QString gif = sourceFile(QStringLiteral("fuzz/seeds/gif/two-colour.gif"));
+    const QString png = dir.file(QStringLiteral("fill.png"));
+    const qxtest::ToolResult run = runExample(QStringLiteral("images"), {gif, png}, dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QSize size = QImageReader(gif).size();
+    ASSERT_TRUE(size.isValid());
+    EXPECT_EQ(
+        run.out.toStdString(),
+        QStringLiteral("TGIFImage %1 x %2\n").arg(size.width()).arg(size.height()).toStdString());
+    const QImage fill(png);
+    ASSERT_EQ(fill.size(), QSize(240, 120));
+    EXPECT_EQ(fill.pixelColor(120, 0), QColor(0, 0, 0x80));
+    const QColor bottom = fill.pixelColor(120, 119);
+    EXPECT_EQ(bottom.red(), 0);
+    EXPECT_GT(bottom.green(), 0xd0);
+    EXPECT_GT(bottom.blue(), 0xd0);
+}
+
+// The window shows the LCD panel's black face and the label in the blinker's first colour.
+TEST(Examples, DisplayDrawsThePanelAndTheBlinkingLabel) {
+    qxtest::TempDir dir;
+    const QString png = dir.file(QStringLiteral("display.png"));
+    const qxtest::ToolResult run = runExample(QStringLiteral("display"), {png}, dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QImage shot = QImage(png).convertToFormat(QImage::Format_RGB32);
+    ASSERT_FALSE(shot.isNull());
+    EXPECT_TRUE(holdsColour(shot, Qt::yellow));
+    EXPECT_TRUE(holdsColour(shot, Qt::black));
+}
+
+// "dejavu sans" selects the family whatever its case.
+TEST(Examples, ApplicationSelectsTheFontInAnyCase) {
+    qxtest::TempDir dir;
+    const QString png = dir.file(QStringLiteral("application.png"));
+    const qxtest::ToolResult run = runExample(QStringLiteral("application"), {png}, dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out.toStdString(), std::string("Schrift: DejaVu Sans\n"));
+    EXPECT_FALSE(QImage(png).isNull());
+}

@@ -1,0 +1,21 @@
+# Every examples/<family>.cpp is a program of its own, built against the library the way a user
+# builds it: its <qxtools/...> includes reach the public headers through forwarding headers.
+set(QX_EXAMPLES_INCLUDE ${CMAKE_CURRENT_BINARY_DIR}/examples-include)
+foreach(header IN LISTS QX_PUBLIC_HEADERS)
+  get_filename_component(header_name ${header} NAME)
+  file(CONFIGURE OUTPUT ${QX_EXAMPLES_INCLUDE}/qxtools/${header_name}
+       CONTENT "#include \"${header}\"\n")
+endforeach()
+file(GLOB QX_EXAMPLES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/examples/*.cpp)
+foreach(example IN LISTS QX_EXAMPLES)
+  get_filename_component(example_name ${example} NAME_WE)
+  add_executable(example_${example_name} ${example})
+  target_include_directories(example_${example_name} PRIVATE ${QX_EXAMPLES_INCLUDE})
+  target_link_libraries(example_${example_name} PRIVATE QXTpack)
+  set_target_properties(example_${example_name} PROPERTIES
+                        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/examples)
+  add_dependencies(test_examples example_${example_name})
+endforeach()
+target_compile_definitions(test_examples PRIVATE
+                           QX_EXAMPLES_BIN="${CMAKE_CURRENT_BINARY_DIR}/examples"
+                           QX_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
