@@ -1,5 +1,6 @@
 #include "QXDesign.h"
 #include "QXTools.h"
+#include "TComponent.h"
 #include "TestSupport.h"
 
 #include <QBuffer>
@@ -159,6 +160,9 @@ FormEntry planEntry(const TComponentClass& cls, QStringList& problems) {
         if (exempt(cls.Name, name))
             continue;
         std::unique_ptr<QObject> probe(cls.Create(&parent));
+        // Loaded as on screen: a font combo fills its list only then.
+        if (auto* component = dynamic_cast<TComponentBase*>(probe.get()))
+            component->EndLoading();
         const QVariant fresh = probe->property(name);
         bool found = false;
         const QVariantList tries = machineCandidates(name, probe.get()) + candidates(p, fresh);
