@@ -203,6 +203,10 @@ void TCustomListBox::relayout() {
     // a column would hold a row less than the client height; a bar that always shows keeps
     // the rows of a column at ClientHeight div ItemHeight.
     setHorizontalScrollBarPolicy(m_columns > 0 ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAsNeeded);
+    // Qt's list view starts a new column once a row would reach the viewport's last pixel row,
+    // so a client height of exactly n rows would hold only n - 1. The viewport reaches one pixel
+    // under the sideways bar (not counted in ClientHeight) to hold the nth.
+    setViewportMargins(0, 0, 0, m_columns > 0 ? -1 : 0);
     setGridSize(cellSize());
     viewport()->update();
 }

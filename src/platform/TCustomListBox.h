@@ -72,7 +72,7 @@ public:
     int Height() const { return height(); }
     // The area the rows are drawn in (without the frame and scroll bars).
     int ClientWidth() const { return viewport()->width(); }
-    int ClientHeight() const { return viewport()->height(); }
+    int ClientHeight() const { return viewport()->height() - (m_columns > 0 ? 1 : 0); }
     TRect ClientRect() const { return {0, 0, ClientWidth(), ClientHeight()}; }
     // The client rectangle of item index (empty when it is out of range).
     TRect ItemRect(int index) const;

@@ -58,6 +58,22 @@ TEST(ListBox, RowsFollowItemsAndRunDownTheColumns) {
     EXPECT_EQ(box.count(), 0);
 }
 
+TEST(ListBox, AClientHeightOfExactlyNRowsHoldsNRowsAColumn) {
+    TListBox box;
+    box.setFrameShape(QFrame::NoFrame);
+    box.SetColumns(2);
+    box.show();
+    for (int i = 0; i < 6; ++i)
+        box.Items()->Add(QStringLiteral("Bild %1").arg(i));
+    // Sized so the client area is exactly three rows of 20 pixels high.
+    box.resize(200, 60 + box.height() - box.ClientHeight());
+    QCoreApplication::processEvents();
+    ASSERT_EQ(box.ClientHeight(), 60);
+    box.SetItemHeight(20);
+    EXPECT_EQ(box.ItemRect(2), (TRect{0, 40, 100, 60}));
+    EXPECT_EQ(box.ItemRect(3), (TRect{100, 0, 200, 20}));
+}
+
 TEST(ListBox, OwnerDrawingGetsEachVisibleItemWithItsState) {
     TListBox box;
     box.setFrameShape(QFrame::NoFrame);
