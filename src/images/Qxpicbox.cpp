@@ -113,18 +113,33 @@ void TFillListThread::ScanDir(const QString& Path) {
 }
 
 void TFillListThread::add(const QString& FileName, std::unique_ptr<TBitmap> Icon) {
-    // A queued call cannot carry a move-only value; the holder frees the icon if the call is
-    // dropped.
-    auto holder = std::make_shared<std::unique_ptr<TBitmap>>(std::move(Icon));
-    Queue([this, FileName, holder] {
-        const int before = m_list->Count();
-        const int index = m_list->Add(FileName);
-        if (*holder && m_list->Count() > before)
-            m_list->PutObject(index, holder->release());
-    });
+    {
+        // One wake-up of the GUI thread carries everything found since the last one arrived.
+        QMutexLocker lock(&m_mutex);
+        m_found.emplace_back(FileName, std::move(Icon));
+        if (!m_handOverQueued) {
+            m_handOverQueued = true;
+            Queue([this] { handOver(); });
+        }
+    }
     ++m_count;
     if (OnChangePicCount)
         OnChangePicCount(m_box, m_count);
+}
+
+void TFillListThread::handOver() {
+    std::vector<std::pair<QString, std::unique_ptr<TBitmap>>> found;
+    {
+        QMutexLocker lock(&m_mutex);
+        found.swap(m_found);
+        m_handOverQueued = false;
+    }
+    for (auto& [fileName, icon] : found) {
+        const int before = m_list->Count();
+        const int index = m_list->Add(fileName);
+        if (icon && m_list->Count() > before)
+            m_list->PutObject(index, icon.release());
+    }
 }
 
 void TFillListThread::showWaitCursor() {

@@ -10,9 +10,12 @@
 #include "TThread.h"
 
 #include <QColor>
+#include <QMutex>
 #include <QPixmap>
 #include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 // Known to Qt's meta-object system so Designer offers the values.
 namespace QXPicBoxEnums {
@@ -82,8 +85,14 @@ private:
     void ScanDir(const QString& Path);
     bool stopping() const;
     void add(const QString& FileName, std::unique_ptr<TBitmap> Icon);
+    void handOver();
     void showWaitCursor();
     void restoreCursor();
+
+    // Files found and not yet in the list, in scan order; one queued call takes all there are.
+    QMutex m_mutex;
+    std::vector<std::pair<QString, std::unique_ptr<TBitmap>>> m_found;
+    bool m_handOverQueued = false;
 
     TQXPicBox* m_box;
     TStrings* m_list;
