@@ -119,18 +119,17 @@ private:
 class QXT_EXPORT TQXPicBox : public TCustomListBox, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
-    Q_PROPERTY(bool Active READ Active WRITE SetActive)
     Q_PROPERTY(QPixmap BackPic READ backPicProperty WRITE setBackPicProperty)
     Q_PROPERTY(int BorderSpace READ BorderSpace WRITE SetBorderSpace)
     Q_PROPERTY(int BorderWidth READ BorderWidth WRITE SetBorderWidth)
     Q_PROPERTY(bool Caption READ Caption WRITE SetCaption)
     Q_PROPERTY(bool CheckForIcons READ CheckForIcons WRITE SetCheckForIcons)
-    Q_PROPERTY(QString Filter READ Filter WRITE SetFilter)
     Q_PROPERTY(int PicCount READ PicCount WRITE SetPicCount STORED false)
     Q_PROPERTY(int PicHeight READ PicHeight WRITE SetPicHeight)
     Q_PROPERTY(int PicNoCacheSize READ PicNoCacheSize WRITE SetPicNoCacheSize)
     Q_PROPERTY(QString PicPattern READ PicPattern WRITE SetPicPattern)
     Q_PROPERTY(QXPicBoxEnums::TPicTypeFlags PicType READ picTypeProperty WRITE setPicTypeProperty)
+    Q_PROPERTY(QString Filter READ Filter WRITE SetFilter)
     Q_PROPERTY(int PicWidth READ PicWidth WRITE SetPicWidth)
     Q_PROPERTY(int Rows READ Rows WRITE SetRows)
     Q_PROPERTY(bool Scaled READ Scaled WRITE SetScaled)
@@ -138,6 +137,9 @@ class QXT_EXPORT TQXPicBox : public TCustomListBox, public TQXAboutCarrier {
     Q_PROPERTY(QColor Color READ colorProperty WRITE setColorProperty)
     Q_PROPERTY(int Columns READ Columns WRITE SetColumns)
     Q_PROPERTY(bool Sorted READ Sorted WRITE SetSorted)
+    // Forms set properties in this order: the filter after the kinds it is built from, and the
+    // scan switched on after everything it reads.
+    Q_PROPERTY(bool Active READ Active WRITE SetActive)
 
 public:
     explicit TQXPicBox(QWidget* parent = nullptr);
