@@ -61,6 +61,7 @@ constexpr Exemption exemptions[] = {
     {"TQXFxImage", "Font",
      "the caption's font: no font value is tried, and Designer's own font property sets the "
      "widget's font on its own"},
+    {"TQXPicBox", "BackPic", "a picture, as FillBitmap"},
 };
 
 bool exempt(const QString& className, const QByteArray& property) {
