@@ -406,9 +406,10 @@ void TQXPicBox::DrawItem(int Index, const TRect& Rect, TOwnerDrawState State) {
     if (OnRequestFileName)
         OnRequestFileName(this, viewIndex, fileName, fileCaption);
 
-    bool cross = qxtGetFileSize(fileName, false) == 0;
+    const qint64 size = qxtGetFileSize(fileName, false);
+    bool cross = size == 0;
     if (!cross) {
-        if (qxtGetFileSize(fileName, false) >= m_picNoCacheSize) {
+        if (size >= m_picNoCacheSize) {
             qxtStretchPropDraw(GetBitmap(Index), picture, c);
         } else {
             // Small files are read at every paint; whatever fails there shows the cross.
