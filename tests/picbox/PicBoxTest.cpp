@@ -595,3 +595,30 @@ TEST(PicBox, PatternEditorChoosesADirectoryAndAddsTheMask) {
         EXPECT_EQ(box.PicPattern(), pattern);
     }
 }
+
+TEST(PicBox, ASelectedCellIsHighlightedAndKeepsItsPlainLookWhileTheBoxHasTheFocus) {
+    qxtest::TempDir dir;
+    TQXPicBox box;
+    box.SetBorderWidth(0);
+    for (int i = 0; i < 2; ++i)
+        box.Items()->Add(
+            dir.write(QStringLiteral("p%1.bmp").arg(i), bmpFile(qRgb(0, 0, 255), 2000)));
+    showWithClient(box, 238, 138);
+    box.SetItemIndex(1);
+    const TRect cell = box.ItemRect(1);
+    // A corner of the cell, outside the picture: the cell's background.
+    const auto corner = [&]() {
+        return box.viewport()->grab().toImage().pixel(cell.Left + 3, cell.Top + 3);
+    };
+    const QRgb highlight = box.palette().color(QPalette::Highlight).rgb();
+    const QRgb base = box.palette().color(QPalette::Base).rgb();
+    box.clearFocus();
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(box.hasFocus());
+    EXPECT_EQ(corner(), highlight);
+    box.activateWindow();
+    box.setFocus();
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(box.hasFocus());
+    EXPECT_EQ(corner(), base);
+}
