@@ -42,7 +42,8 @@ int qtDialog(TDialogRequest& r) {
         return mrOk;
     }
     case dkOpenFile: {
-        const QString file = QFileDialog::getOpenFileName(nullptr, r.Text, r.Path, r.Filter);
+        const QString file =
+            QFileDialog::getOpenFileName(nullptr, r.Text, r.Path, QtFileFilter(r.Filter));
         if (file.isEmpty())
             return mrCancel;
         r.Path = file;
@@ -156,4 +157,23 @@ int ShowModalForm(QDialog* form) {
     r.Text = form ? form->windowTitle() : QString();
     r.Form = form;
     return dispatch(r);
+}
+
+QString QtFileFilter(const QString& filter) {
+    if (!filter.contains(QLatin1Char('|')))
+        return filter;
+    const QStringList parts = filter.split(QLatin1Char('|'));
+    QStringList out;
+    for (int i = 0; i + 1 < parts.size(); i += 2) {
+        QString text = parts[i].trimmed();
+        const int open = int(text.lastIndexOf(QLatin1String(" (")));
+        if (open >= 0 && text.endsWith(QLatin1Char(')')))
+            text.truncate(open);
+        QStringList masks = parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        for (QString& mask : masks)
+            if (mask == QLatin1String("*.*"))
+                mask = QStringLiteral("*");
+        out << text + QStringLiteral(" (") + masks.join(QLatin1Char(' ')) + QLatin1Char(')');
+    }
+    return out.join(QStringLiteral(";;"));
 }

@@ -46,7 +46,7 @@ struct TDialogRequest {
     QString Caption; // a message box's title; empty for the application's name
     TMsgDlgType Type = mtInformation;
     TMsgDlgButtons Buttons;
-    QString Filter;          // file chooser: "Images (*.gif *.bmp)"
+    QString Filter;          // file chooser: "Images (*.gif *.bmp)", or "Images|*.gif;*.bmp"
     QString Path;            // chooser: start directory in, the choice out
     QDialog* Form = nullptr; // dkForm: the form to show modally (a handler may fill it in)
 };
@@ -73,3 +73,7 @@ QXT_EXPORT bool SelectDirectory(const QString& caption, QString& directory);
 QXT_EXPORT int ShowModalForm(QDialog* form);
 // Lets the user choose an existing file; true and the choice in fileName when one was chosen.
 QXT_EXPORT bool OpenFileDialog(const QString& caption, const QString& filter, QString& fileName);
+// The framework's filter "Text|*.a;*.b|Text|*.*" as Qt writes it, "Text (*.a *.b);;Text (*)":
+// a text that names its masks in parentheses shows the real ones instead, and "*.*" means
+// every file, as it does there. A filter without "|" is taken as Qt's already.
+QXT_EXPORT QString QtFileFilter(const QString& filter);
