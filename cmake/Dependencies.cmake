@@ -9,3 +9,7 @@ target_link_libraries(QXTpack PRIVATE PkgConfig::MSPACK)
 find_package(Qt6 6.4 REQUIRED COMPONENTS DBus)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
 target_link_libraries(QXTpack PRIVATE Qt6::DBus PkgConfig::XCB)
+
+# Sound: Qt Multimedia plays WAV files (its GStreamer backend on Debian 12).
+find_package(Qt6 6.4 REQUIRED COMPONENTS Multimedia)
+target_link_libraries(QXTpack PRIVATE Qt6::Multimedia)

@@ -5,6 +5,7 @@
 #include "QxutilFiles.h"
 #include "QxutilPictures.h"
 #include "QxutilSettings.h"
+#include "QxutilSound.h"
 #include "QxutilSysStat.h"
 #include "QxutilSystem.h"
 #include "QxutilText.h"
