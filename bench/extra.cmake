@@ -5,3 +5,7 @@ target_include_directories(bench_gif PRIVATE ${PROJECT_SOURCE_DIR}/tests/images)
 # bench_picbox writes its GIF pictures with the decoder tests' GIF builder.
 target_sources(bench_picbox PRIVATE ${PROJECT_SOURCE_DIR}/tests/images/GifBuilder.cpp)
 target_include_directories(bench_picbox PRIVATE ${PROJECT_SOURCE_DIR}/tests/images)
+# bench_sound compares the WAV format reading with libsndfile.
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET sndfile)
+target_link_libraries(bench_sound PRIVATE PkgConfig::SNDFILE)
