@@ -88,6 +88,10 @@ QVariantList candidates(const QMetaProperty& p, const QVariant& current) {
         const int v = current.toInt();
         return {v + 3, v + 1, v - 1, v * 2, 7, 1};
     }
+    case QMetaType::UInt: {
+        const uint v = current.toUInt();
+        return {v + 3, v + 1, 7u};
+    }
     case QMetaType::Double:
         return {current.toDouble() + 0.5, current.toDouble() - 0.5};
     case QMetaType::QString:
