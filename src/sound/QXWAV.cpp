@@ -402,6 +402,20 @@ QXWAVEnums::TwFlagBits TQXWAV::sndFlagsProperty() const {
     return QXWAVEnums::TwFlagBits::fromInt(int(m_sndFlags.Bits()));
 }
 
+namespace {
+std::uint16_t word16(int value) {
+    return std::uint16_t(std::clamp(value, 0, int(std::numeric_limits<std::uint16_t>::max())));
+}
+} // namespace
+
+void TQXWAV::setFormatTagProperty(int value) {
+    SetFormatTag(word16(value));
+}
+
+void TQXWAV::setChannelsProperty(int value) {
+    SetChannels(word16(value));
+}
+
 void TQXWAV::setSndFlagsProperty(QXWAVEnums::TwFlagBits value) {
     m_sndFlags = TwFlags::FromBits(std::uint64_t(value.toInt()));
 }

@@ -107,11 +107,13 @@ class QXT_EXPORT TQXWAV : public TCustomControl, public TQXAboutCarrier {
     Q_PROPERTY(QString FileName READ FileName WRITE SetFileName)
     Q_PROPERTY(int Interval READ Interval WRITE SetInterval)
     Q_PROPERTY(bool Silence READ Silence WRITE SetSilence)
-    Q_PROPERTY(ushort FormatTag READ FormatTag WRITE SetFormatTag)
-    Q_PROPERTY(ushort Channels READ Channels WRITE SetChannels)
+    // Designer edits no 16-bit or single-precision numbers: these two go through int, PlayTime
+    // through double.
+    Q_PROPERTY(int FormatTag READ FormatTag WRITE setFormatTagProperty)
+    Q_PROPERTY(int Channels READ Channels WRITE setChannelsProperty)
     Q_PROPERTY(uint SamplesPerSec READ SamplesPerSec WRITE SetSamplesPerSec)
     Q_PROPERTY(uint DataSize READ DataSize WRITE SetDataSize)
-    Q_PROPERTY(float PlayTime READ PlayTime WRITE SetPlayTime)
+    Q_PROPERTY(double PlayTime READ PlayTime WRITE SetPlayTime)
     Q_PROPERTY(QColor Color READ colorProperty WRITE setColorProperty)
 
 public:
@@ -218,6 +220,9 @@ private:
     void endPlay(std::uint32_t code);
     QXWAVEnums::TwFlagBits sndFlagsProperty() const;
     void setSndFlagsProperty(QXWAVEnums::TwFlagBits value);
+    // Values outside 0 to 65535 are clamped.
+    void setFormatTagProperty(int value);
+    void setChannelsProperty(int value);
     QColor colorProperty() const { return TColorToQColor(Color()); }
     void setColorProperty(const QColor& c) { SetColor(QColorToTColor(c)); }
 

@@ -43,11 +43,20 @@ TEST(WavComponent, Defaults) {
     EXPECT_TRUE(wav.setProperty("SNDFlags", QVariant::fromValue(QXWAVEnums::TwFlagBits(
                                                 QXWAVEnums::SYNCBit | QXWAVEnums::LOOPBit))));
     EXPECT_EQ(wav.SNDFlags(), (TwFlags{SYNC, LOOP}));
-    // The format fields are writable as stored properties.
+    // The format fields are writable as stored properties, in types Designer edits; the 16-bit
+    // fields keep to their range.
     EXPECT_TRUE(wav.setProperty("SamplesPerSec", 22050u));
-    EXPECT_TRUE(wav.setProperty("PlayTime", 1.5f));
+    EXPECT_TRUE(wav.setProperty("PlayTime", 1.5));
+    EXPECT_TRUE(wav.setProperty("FormatTag", 0xFFFE));
+    EXPECT_TRUE(wav.setProperty("Channels", 6));
     EXPECT_EQ(wav.SamplesPerSec(), 22050u);
     EXPECT_EQ(wav.PlayTime(), 1.5f);
+    EXPECT_EQ(wav.property("FormatTag").toInt(), 0xFFFE);
+    EXPECT_EQ(wav.Channels(), 6);
+    wav.setProperty("FormatTag", 70000);
+    wav.setProperty("Channels", -2);
+    EXPECT_EQ(wav.FormatTag(), 0xFFFF);
+    EXPECT_EQ(wav.Channels(), 0);
 }
 
 TEST(WavComponent, IntervalRule) {
