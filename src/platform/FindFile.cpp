@@ -7,6 +7,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 #include <vector>
 
@@ -100,6 +101,9 @@ bool matchTokens(const std::vector<Token>& toks, const QString& name) {
     return cur[len] != 0;
 }
 
+// The coarsest time steps of a Linux file system (FAT's two seconds).
+constexpr qint64 kCoarsestStepSeconds = 2;
+
 bool isDotName(const QByteArray& name) {
     return name == "." || name == "..";
 }
@@ -176,6 +180,20 @@ TDirListing::TDirListing(const QString& Dir) {
     m_dirFd = ::open(QFile::encodeName(Dir).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (m_dirFd < 0)
         return;
+    // A change stamps the directory with the coarse clock's time (or a finer one), cut to the
+    // file system's steps. When the stamp lies before the clock's time now, every later change
+    // leaves a different stamp; a stamp without a fraction of a second may come from a file
+    // system that counts in whole seconds or two, which needs that much more distance.
+    struct timespec now {};
+    ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    struct statx st {};
+    if (::statx(m_dirFd, "", AT_EMPTY_PATH, STATX_CTIME, &st) == 0 && (st.stx_mask & STATX_CTIME)) {
+        m_ctimeSec = st.stx_ctime.tv_sec;
+        m_ctimeNsec = st.stx_ctime.tv_nsec;
+        m_settled = m_ctimeNsec != 0 ? std::tie(m_ctimeSec, m_ctimeNsec) <
+                                           std::tuple(qint64(now.tv_sec), quint32(now.tv_nsec))
+                                     : m_ctimeSec + kCoarsestStepSeconds < now.tv_sec;
+    }
     const int listFd = ::dup(m_dirFd);
     DIR* d = listFd >= 0 ? ::fdopendir(listFd) : nullptr;
     if (!d) {
@@ -218,6 +236,13 @@ TDirListing::~TDirListing() {
         ::close(m_dirFd);
 }
 
+bool TDirListing::Changed() const {
+    struct statx st {};
+    if (!m_settled || ::statx(m_dirFd, "", AT_EMPTY_PATH, STATX_CTIME, &st) != 0)
+        return true;
+    return st.stx_ctime.tv_sec != m_ctimeSec || st.stx_ctime.tv_nsec != m_ctimeNsec;
+}
+
 bool TDirListing::IsDirectory(int i) const {
     const Entry& entry = m_entries[std::size_t(i)];
     if (entry.type != DT_DIR && entry.type != DT_UNKNOWN)
@@ -226,10 +251,14 @@ bool TDirListing::IsDirectory(int i) const {
     return statEntry(m_dirFd, entry.bytes.constData(), st) && S_ISDIR(st.stx_mode);
 }
 
-int FindFirst(const QString& Path, int Attr, TSearchRec& F) {
+std::pair<QString, QString> SplitSearchPath(const QString& Path) {
     const qsizetype slash = Path.lastIndexOf(QLatin1Char('/'));
-    const QString dir = slash < 0 ? QStringLiteral(".") : Path.left(slash + 1);
-    return FindFirst(std::make_shared<const TDirListing>(dir), Path.mid(slash + 1), Attr, F);
+    return {slash < 0 ? QStringLiteral(".") : Path.left(slash + 1), Path.mid(slash + 1)};
+}
+
+int FindFirst(const QString& Path, int Attr, TSearchRec& F) {
+    const auto [dir, mask] = SplitSearchPath(Path);
+    return FindFirst(std::make_shared<const TDirListing>(dir), mask, Attr, F);
 }
 
 int FindFirst(std::shared_ptr<const TDirListing> Listing, const QString& Mask, int Attr,

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QtGlobal>
 #include <memory>
+#include <utility>
 #include <vector>
 
 // File attribute bits as the framework reports them, with their Linux meaning:
@@ -58,6 +59,12 @@ public:
     // Whether entry i is a directory now (never a link to one). Only entries that the listing
     // marks as directories, or leaves untyped, have their status read.
     bool IsDirectory(int i) const;
+    // Whether the directory may have changed since it was read (an entry added, removed or
+    // renamed, its permissions changed), so that a walk that wants what is there now must read
+    // it again. One that changed within the clock tick of its reading (within two seconds on a
+    // file system that keeps whole seconds) counts as changed: its time stamp could not show a
+    // second change so close to the first. True for a listing that could not be read.
+    bool Changed() const;
 
 private:
     friend struct TFindState;
@@ -69,6 +76,11 @@ private:
     // The directory, kept open so that entries are looked at relative to it.
     int m_dirFd = -1;
     std::vector<Entry> m_entries;
+    // The directory's change time when it was read, and whether that lay far enough before the
+    // reading for any later change to show as a different time.
+    qint64 m_ctimeSec = 0;
+    quint32 m_ctimeNsec = 0;
+    bool m_settled = false;
 };
 
 // Starts a search for Path = directory + mask and fills F with the first entry. The mask follows
@@ -82,6 +94,9 @@ QXT_EXPORT int FindFirst(const QString& Path, int Attr, TSearchRec& F);
 // ERROR_PATH_NOT_FOUND stands for a listing that could not be read.
 QXT_EXPORT int FindFirst(std::shared_ptr<const TDirListing> Listing, const QString& Mask, int Attr,
                          TSearchRec& F);
+// The directory that a search of Path (directory + mask) reads, "." for a bare mask, and the
+// mask; FindFirst(Path, …) is FindFirst on a listing of that directory with that mask.
+QXT_EXPORT std::pair<QString, QString> SplitSearchPath(const QString& Path);
 // The next entry; ERROR_NO_MORE_FILES at the end.
 QXT_EXPORT int FindNext(TSearchRec& F);
 // Ends the search (also done when the record goes away).

@@ -6,7 +6,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <ctime>
 #include <stdexcept>
+#include <unistd.h>
 
 namespace qxtest {
 
@@ -63,6 +65,21 @@ ToolResult runQxtool(const QStringList& args, const QProcessEnvironment& environ
 
 int pixelBGR(const QImage& image, int x, int y) {
     return QColorToTColor(image.pixelColor(x, y));
+}
+
+void passClockTick() {
+    // Time stamps come from the coarse clock, or from a finer one: once the coarse clock is past
+    // the fine time of now, every stamp so far is older than any to come.
+    struct timespec fine {
+    }, coarse{};
+    ::clock_gettime(CLOCK_REALTIME, &fine);
+    for (;;) {
+        ::clock_gettime(CLOCK_REALTIME_COARSE, &coarse);
+        if (coarse.tv_sec > fine.tv_sec ||
+            (coarse.tv_sec == fine.tv_sec && coarse.tv_nsec > fine.tv_nsec))
+            return;
+        ::usleep(500);
+    }
 }
 
 } // namespace qxtest

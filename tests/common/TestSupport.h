@@ -55,4 +55,8 @@ ToolResult runQxtool(const QStringList& args, const QProcessEnvironment& environ
 // The colour at (x, y) as 0x00BBGGRR, for comparing with TColor constants.
 int pixelBGR(const QImage& image, int x, int y);
 
+// Waits (at most a clock tick) until the file system's time stamps of every change made so far
+// lie in the past, so that a later change gets a time stamp of its own.
+void passClockTick();
+
 } // namespace qxtest
