@@ -97,6 +97,78 @@ bool writeBlock(int fd, const char* data, std::size_t size) {
     return true;
 }
 
+// Moves a file's bytes block by block. The kernel copies from file to file itself
+// (copy_file_range) as long as it can, which spares the two trips of every byte through the
+// buffer; read and write take over for the rest of the file when it cannot (other file systems,
+// no support) and for a file that the kernel finds empty at once, as procfs and sysfs files are
+// whatever size they claim. Either way a block is full unless the file has ended.
+class BlockMover {
+public:
+    BlockMover(int in, int out, std::size_t blockSize)
+        : m_in(in), m_out(out), m_blockSize(blockSize) {}
+
+    enum Failure { None, ReadFailed, WriteFailed };
+
+    // Copies the next block; the bytes copied (fewer than a block only at the end of the file),
+    // or -1 with failure saying which side failed.
+    ssize_t Next(Failure& failure) {
+        const std::size_t size = m_blockSize;
+        std::size_t done = 0;
+        while (m_kernel && done < size) {
+            const ssize_t n = ::copy_file_range(m_in, nullptr, m_out, nullptr, size - done, 0);
+            if (n > 0) {
+                done += std::size_t(n);
+                m_kernelCopied = true;
+            } else if (n == 0 && m_kernelCopied) {
+                return ssize_t(done); // the end of the file
+            } else if (n < 0 && errno == EINTR) {
+                continue;
+            } else {
+                // Any error is met again by read or write, which tell on which side it lies.
+                m_kernel = false;
+            }
+        }
+        if (done == size)
+            return ssize_t(done);
+        m_buffer.resize(size);
+        const ssize_t n = readBlock(m_in, m_buffer.data(), size - done);
+        if (n < 0) {
+            failure = ReadFailed;
+            return -1;
+        }
+        if (!writeBlock(m_out, m_buffer.data(), std::size_t(n))) {
+            failure = WriteFailed;
+            return -1;
+        }
+        return ssize_t(done) + n;
+    }
+
+    std::size_t BlockSize() const { return m_blockSize; }
+
+private:
+    int m_in, m_out;
+    std::size_t m_blockSize;
+    std::vector<char> m_buffer; // only for read and write
+    bool m_kernel = true;
+    bool m_kernelCopied = false;
+};
+
+// Whether a name is there at all (a dangling link included).
+bool entryExists(const QString& name) {
+    struct stat st {};
+    return ::lstat(native(name).constData(), &st) == 0;
+}
+
+// Whether the name exists and is no directory (FileExists), and then the size its name reports
+// (a link's target's): one look at a file that is no link serves both.
+bool sourceFile(const QString& name, qint64& size) {
+    struct stat st {};
+    if (name.isEmpty() || ::lstat(native(name).constData(), &st) != 0 || S_ISDIR(st.st_mode))
+        return false;
+    size = S_ISLNK(st.st_mode) ? QFileInfo(name).size() : qint64(st.st_size);
+    return true;
+}
+
 // Whether two names are one file (the same name, or two links to one file).
 bool sameFile(const QString& a, const QString& b) {
     struct stat sa {
@@ -248,13 +320,17 @@ bool TQXCopy::CopyFile(const QString& Source, const QString& Dest, bool ShowDial
         OnStart(this);
     emit started();
 
-    m_runSize = GetFileSize(Source);
+    // A mask's directory is read once for the total and the count, and again for the copy
+    // only when it has changed in between.
+    const bool mask = hasWildcards(ExtractFileName(Source));
+    int count = 0;
+    m_runSize = mask ? readMask(Source, count) : GetFileSize(Source);
     resetGauge(m_copyGauge, m_runSize);
     resetGauge(m_fileGauge, 0);
     if (m_form) {
         resetGauge(m_form->dfgCopy, m_runSize);
         resetGauge(m_form->dfgFile, 0);
-        m_form->ShowFileProgress(GetFileCount(Source) >= 2);
+        m_form->ShowFileProgress((mask ? count : GetFileCount(Source)) >= 2);
     }
 
     const bool ok = destinationReady(Source, Dest) && runFiles(Source, Dest, ShowDialog);
@@ -263,6 +339,7 @@ bool TQXCopy::CopyFile(const QString& Source, const QString& Dest, bool ShowDial
         OnEnd(this);
     emit ended();
     m_form.reset();
+    m_maskListing.reset();
     for (TQXGauge* gauge : {m_copyGauge, m_fileGauge})
         if (gauge)
             gauge->Refresh();
@@ -292,6 +369,22 @@ bool TQXCopy::destinationReady(const QString& Source, const QString& Dest) {
     return true;
 }
 
+// The total size of the files a mask denotes (GetFileSize) and their number (GetFileCount) from
+// one reading of its directory, which is kept for the copy.
+qint64 TQXCopy::readMask(const QString& Source, int& count) {
+    const auto [dir, mask] = SplitSearchPath(Source);
+    m_maskListing = std::make_shared<const TDirListing>(dir);
+    qint64 total = 0;
+    count = 0;
+    TSearchRec sr;
+    for (int rc = FindFirst(m_maskListing, mask, faAnyFile, sr); rc == 0; rc = FindNext(sr))
+        if (qxtIsFile(sr)) {
+            total += sr.Size;
+            ++count;
+        }
+    return total;
+}
+
 bool TQXCopy::runFiles(const QString& Source, const QString& Dest, bool ShowDialog) {
     TApplication::ProcessMessages();
     if (!hasWildcards(ExtractFileName(Source)))
@@ -299,9 +392,13 @@ bool TQXCopy::runFiles(const QString& Source, const QString& Dest, bool ShowDial
     // Several files cannot share one file name: the destination of a mask is a directory.
     const QString destDir = CheckPfadName(Dest);
     const QString sourceDir = ExtractFilePath(Source);
+    const auto [dir, mask] = SplitSearchPath(Source);
+    std::shared_ptr<const TDirListing> listing = m_maskListing;
+    if (!listing || listing->Changed())
+        listing = std::make_shared<const TDirListing>(dir);
     bool ok = true;
     TSearchRec sr;
-    for (int rc = FindFirst(Source, copyAttr, sr); rc == 0 && ok; rc = FindNext(sr))
+    for (int rc = FindFirst(listing, mask, copyAttr, sr); rc == 0 && ok; rc = FindNext(sr))
         ok = !cancelFlag.load() && KopiereDatei(sourceDir + sr.Name, destDir, ShowDialog);
     FindClose(sr);
     return ok;
@@ -315,7 +412,8 @@ bool TQXCopy::abortAlone() {
 }
 
 bool TQXCopy::KopiereDatei(const QString& Source, const QString& Dest, bool ShowDialog) {
-    while (!QXFileExists(Source)) {
+    qint64 size = 0;
+    while (!sourceFile(Source, size)) {
         const int answer =
             MessageDlg(QStringLiteral("Datei >") + Source + QStringLiteral("< nicht gefunden"),
                        mtWarning, {mbAbort, mbRetry, mbIgnore});
@@ -325,10 +423,9 @@ bool TQXCopy::KopiereDatei(const QString& Source, const QString& Dest, bool Show
             return abortAlone();
     }
 
-    const QString target = DirectoryExists(Dest) || ExtractFileName(Dest).isEmpty()
+    const QString target = ExtractFileName(Dest).isEmpty() || DirectoryExists(Dest)
                                ? CheckPfadName(Dest) + ExtractFileName(Source)
                                : Dest;
-    const qint64 size = QFileInfo(Source).size();
     TfrmQXCopy* window = ShowDialog ? m_form.get() : nullptr;
     if (window) {
         window->panSource->setText(Source);
@@ -351,17 +448,22 @@ bool TQXCopy::KopiereDatei(const QString& Source, const QString& Dest, bool Show
         }
     }
 
-    if (sameFile(Source, target)) {
+    // Usually nothing has the target's name yet, and the questions about it need not look.
+    const bool targetThere = entryExists(target);
+    if (targetThere && sameFile(Source, target)) {
         skip(size);
         ++m_files;
         return true;
     }
 
     // A link to a file is written through, so the link stays.
-    const QFileInfo targetInfo(target);
-    const QString writeTo =
-        targetInfo.isSymLink() && targetInfo.exists() ? targetInfo.canonicalFilePath() : target;
-    if (FileExists(target)) {
+    QString writeTo = target;
+    if (targetThere) {
+        const QFileInfo targetInfo(target);
+        if (targetInfo.isSymLink() && targetInfo.exists())
+            writeTo = targetInfo.canonicalFilePath();
+    }
+    if (targetThere && FileExists(target)) {
         if (!m_overWrite && m_overWriteMsg &&
             MessageDlg(QStringLiteral("Datei ") + target +
                            QStringLiteral(" schon vorhanden. Soll sie überschrieben werden ?"),
@@ -408,7 +510,10 @@ bool TQXCopy::copyBytes(const QString& source, const QString& target, const QStr
     Descriptor in(::open(native(source).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (in.get() < 0 || ::fstat(in.get(), &from) != 0 || !S_ISREG(from.st_mode))
         return readFailed();
-    ::posix_fadvise(in.get(), 0, 0, POSIX_FADV_SEQUENTIAL);
+    // A 16-bit block size of 0 has come round from 65,536.
+    const std::size_t blockSize = m_bufferSize == 0 ? 65536 : m_bufferSize;
+    if (from.st_size > off_t(blockSize))
+        ::posix_fadvise(in.get(), 0, 0, POSIX_FADV_SEQUENTIAL);
 
     struct stat old {};
     const bool replacing = ::stat(native(writeTo).constData(), &old) == 0;
@@ -423,14 +528,14 @@ bool TQXCopy::copyBytes(const QString& source, const QString& target, const QStr
         return false;
     }
 
-    // A 16-bit block size of 0 has come round from 65,536.
-    std::vector<char> block(m_bufferSize == 0 ? 65536 : m_bufferSize);
+    BlockMover mover(in.get(), out.Handle(), blockSize);
     TfrmQXCopy* window = m_form.get();
     for (;;) {
-        const ssize_t n = readBlock(in.get(), block.data(), block.size());
-        if (n < 0)
+        BlockMover::Failure failure = BlockMover::None;
+        const ssize_t n = mover.Next(failure);
+        if (failure == BlockMover::ReadFailed)
             return readFailed();
-        if (!writeBlock(out.Handle(), block.data(), std::size_t(n))) {
+        if (failure == BlockMover::WriteFailed) {
             MessageDlg(writeFailedText(target), mtError, {mbOK});
             return false;
         }
@@ -439,7 +544,7 @@ bool TQXCopy::copyBytes(const QString& source, const QString& target, const QStr
         if (cancelFlag.load())
             return false;
         advance(n);
-        if (std::size_t(n) < block.size())
+        if (std::size_t(n) < mover.BlockSize())
             break;
     }
 

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 
+class TDirListing;
 class TfrmQXCopy;
 
 // Reports a file about to be copied: the files copied so far in this run, then the source and
@@ -154,6 +155,7 @@ protected:
     void Notification(QObject* component, TOperation operation) override;
 
 private:
+    qint64 readMask(const QString& Source, int& count);
     bool runFiles(const QString& Source, const QString& Dest, bool ShowDialog);
     bool destinationReady(const QString& Source, const QString& Dest);
     bool copyBytes(const QString& source, const QString& target, const QString& writeTo);
@@ -182,6 +184,8 @@ private:
     qint64 m_fileSize = 0;
     qint64 m_fileDone = 0;
     std::unique_ptr<TfrmQXCopy> m_form;
+    // The mask's directory as read for the run's total, kept for the copy.
+    std::shared_ptr<const TDirListing> m_maskListing;
 };
 
 namespace Qxcopy {
