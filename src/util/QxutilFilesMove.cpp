@@ -5,6 +5,7 @@
 #include "QxutilFiles.h"
 #include "SysUtils.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <mspack.h>
@@ -67,6 +68,79 @@ qint64 lzCopy(const QString& source, const QString& dest) {
     return result;
 }
 
+// Lets pending events run every few milliseconds: often enough for a live interface, without
+// a pass through the event loop for every entry of a large tree.
+class EventBudget {
+public:
+    // Whether the events ran.
+    bool Spend() {
+        if (m_clock.isValid() && !m_clock.hasExpired(kIntervalMs))
+            return false;
+        TApplication::ProcessMessages();
+        m_clock.start();
+        return true;
+    }
+
+private:
+    static constexpr qint64 kIntervalMs = 5;
+    QElapsedTimer m_clock;
+};
+
+bool killPath(const QString& Path, EventBudget& events) {
+    bool result = true;
+    const QString P = qxtCheckPath(Path);
+    const bool driveRoot = IsDriveRoot(P);
+    // A warning only: the work goes on.
+    if (P.size() < 5 || driveRoot)
+        ShowMessage(cannotDelete(P));
+
+    // A link given as the path is removed itself; what it points to stays.
+    if (!driveRoot && QFileInfo(withoutTrailingDelim(P)).isSymLink()) {
+        if (DeleteFile(withoutTrailingDelim(P)))
+            return true;
+        ShowMessage(cannotDelete(withoutTrailingDelim(P)));
+        return false;
+    }
+
+    // Subdirectories first, then the files. The directory is read once for both passes and
+    // again only when the first has changed it (a subdirectory removed, or an event's work).
+    auto listing = std::make_shared<const TDirListing>(P);
+    for (int i = 0; i < listing->Count(); ++i) {
+        events.Spend();
+        const QString& name = listing->Name(i);
+        if (name != QLatin1String(".") && name != QLatin1String("..") && listing->IsDirectory(i))
+            result = killPath(P + name, events);
+    }
+    if (listing->Changed())
+        listing = std::make_shared<const TDirListing>(P);
+
+    TSearchRec sr;
+    for (int rc = FindFirst(listing, QStringLiteral("*.*"), faAnyFile, sr); rc == 0;
+         rc = FindNext(sr)) {
+        // The entry's attributes were read when the search reached it, a moment ago unless
+        // events have run since.
+        const bool eventsRan = events.Spend();
+        if (!qxtIsFile(sr))
+            continue;
+        const QString name = P + sr.Name;
+        if (eventsRan ? qxtHasAttr(name, faReadOnly) : (sr.Attr & faReadOnly) != 0)
+            FileSetAttr(name, 0);
+        if (!DeleteFile(name)) {
+            ShowMessage(cannotDelete(name));
+            result = false;
+        }
+    }
+    FindClose(sr);
+
+    if (!driveRoot && !RemoveDir(withoutTrailingDelim(P))) {
+        MessageDlg(QStringLiteral("qxtKillPath - Verzeichnis ") + P +
+                       QStringLiteral(" läßt sich nicht löschen"),
+                   mtWarning, {mbOK});
+        result = false;
+    }
+    return result;
+}
+
 } // namespace
 
 bool qxtMoveFile(const QString& Source, const QString& Dest) {
@@ -121,50 +195,8 @@ bool qxtCopyDir(QString Source, QString Dest) {
 }
 
 bool qxtKillPath(const QString& Path) {
-    bool result = true;
-    const QString P = qxtCheckPath(Path);
-    const bool driveRoot = IsDriveRoot(P);
-    // A warning only: the work goes on.
-    if (P.size() < 5 || driveRoot)
-        ShowMessage(cannotDelete(P));
-
-    // A link given as the path is removed itself; what it points to stays.
-    if (!driveRoot && QFileInfo(withoutTrailingDelim(P)).isSymLink()) {
-        if (DeleteFile(withoutTrailingDelim(P)))
-            return true;
-        ShowMessage(cannotDelete(withoutTrailingDelim(P)));
-        return false;
-    }
-
-    TSearchRec sr;
-    for (int rc = FindFirst(P + QLatin1String("*.*"), faAnyFile, sr); rc == 0; rc = FindNext(sr)) {
-        TApplication::ProcessMessages();
-        if (qxtIsDirectory(sr))
-            result = qxtKillPath(P + sr.Name);
-    }
-    FindClose(sr);
-
-    for (int rc = FindFirst(P + QLatin1String("*.*"), faAnyFile, sr); rc == 0; rc = FindNext(sr)) {
-        TApplication::ProcessMessages();
-        if (!qxtIsFile(sr))
-            continue;
-        const QString name = P + sr.Name;
-        if (qxtHasAttr(name, faReadOnly))
-            FileSetAttr(name, 0);
-        if (!DeleteFile(name)) {
-            ShowMessage(cannotDelete(name));
-            result = false;
-        }
-    }
-    FindClose(sr);
-
-    if (!driveRoot && !RemoveDir(withoutTrailingDelim(P))) {
-        MessageDlg(QStringLiteral("qxtKillPath - Verzeichnis ") + P +
-                       QStringLiteral(" läßt sich nicht löschen"),
-                   mtWarning, {mbOK});
-        result = false;
-    }
-    return result;
+    EventBudget events;
+    return killPath(Path, events);
 }
 
 qint64 qxtLZCopyFile(const QString& Source, const QString& Dest) {

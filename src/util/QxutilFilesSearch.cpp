@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 #include <functional>
+#include <memory>
 
 namespace {
 
@@ -52,20 +53,46 @@ bool allDigits(const QString& s) {
     return !s.isEmpty();
 }
 
+// The listing of Dir (a path ending in "/", or "" for the working directory) and the one a
+// search of Dir + Mask reads, which is the same unless the mask names a directory of its own.
+struct Listings {
+    std::shared_ptr<const TDirListing> dir;
+    std::shared_ptr<const TDirListing> search;
+    QString mask;
+
+    Listings(const QString& Dir, const QString& Mask, bool needDir) {
+        const auto [searchDir, searchMask] = SplitSearchPath(Dir + Mask);
+        mask = searchMask;
+        const QString listed = Dir.isEmpty() ? QStringLiteral(".") : Dir;
+        search = std::make_shared<const TDirListing>(searchDir);
+        if (needDir)
+            dir = searchDir == listed ? search : std::make_shared<const TDirListing>(listed);
+    }
+};
+
+bool isDotName(const QString& name) {
+    return name == QLatin1String(".") || name == QLatin1String("..");
+}
+
 // Visits the files of Dir matching Mask, then (with Recursive) those of every subdirectory;
-// visit returns false to end the walk. Returns false when the walk was ended.
+// visit returns false to end the walk. Returns false when the walk was ended. Each directory
+// is read once for its files and its subdirectories, whose types come from the listing.
 bool walkFiles(const QString& Dir, const QString& Mask, bool Recursive,
                const std::function<bool(const QString& dir, const TSearchRec&)>& visit) {
     const QString dir = qxtCheckPath(Dir);
     TApplication::ProcessMessages();
+    const Listings listings(dir, Mask, Recursive);
     TSearchRec sr;
-    for (int rc = FindFirst(dir + Mask, faAnyFile, sr); rc == 0; rc = FindNext(sr))
+    for (int rc = FindFirst(listings.search, listings.mask, faAnyFile, sr); rc == 0;
+         rc = FindNext(sr))
         if (qxtIsFile(sr) && !visit(dir, sr))
             return false;
     if (!Recursive)
         return true;
-    for (int rc = FindFirst(dir + QLatin1String("*.*"), faAnyFile, sr); rc == 0; rc = FindNext(sr))
-        if (qxtIsDirectory(sr) && !walkFiles(dir + sr.Name, Mask, true, visit))
+    const TDirListing& listing = *listings.dir;
+    for (int i = 0; i < listing.Count(); ++i)
+        if (!isDotName(listing.Name(i)) && listing.IsDirectory(i) &&
+            !walkFiles(dir + listing.Name(i), Mask, true, visit))
             return false;
     return true;
 }
@@ -128,16 +155,19 @@ qint64 qxtGetFileSize(const QString& FileName, bool Recursive) {
     }
     const QString dir = ExtractFilePath(FileName);
     const QString mask = ExtractFileName(FileName);
+    const Listings listings(dir, mask, Recursive);
     qint64 total = 0;
     TSearchRec sr;
-    for (int rc = FindFirst(FileName, faAnyFile, sr); rc == 0; rc = FindNext(sr))
+    for (int rc = FindFirst(listings.search, listings.mask, faAnyFile, sr); rc == 0;
+         rc = FindNext(sr))
         if (qxtIsFile(sr))
             total += sr.Size;
-    if (Recursive)
-        for (int rc = FindFirst(dir + QLatin1String("*.*"), faAnyFile, sr); rc == 0;
-             rc = FindNext(sr))
-            if (qxtIsDirectory(sr))
-                total += qxtGetFileSize(dir + sr.Name + PathDelim + mask, true);
+    if (!Recursive)
+        return total;
+    const TDirListing& listing = *listings.dir;
+    for (int i = 0; i < listing.Count(); ++i)
+        if (!isDotName(listing.Name(i)) && listing.IsDirectory(i))
+            total += qxtGetFileSize(dir + listing.Name(i) + PathDelim + mask, true);
     return total;
 }
 
