@@ -284,8 +284,7 @@ TEST(KillPathEvents, AFileAddedByAnEventDuringTheWalkIsDeletedToo) {
     qxtest::passClockTick();
     // Pending events run while the walk goes over the entries, before the files are deleted.
     QMetaObject::invokeMethod(
-        qApp, [&dir] { dir.write(QStringLiteral("leaf/late.txt"), "late"); },
-        Qt::QueuedConnection);
+        qApp, [&dir] { dir.write(QStringLiteral("leaf/late.txt"), "late"); }, Qt::QueuedConnection);
     qxtest::DialogRecorder dialogs;
     EXPECT_TRUE(qxtKillPath(dir.file(QStringLiteral("leaf"))));
     EXPECT_TRUE(dialogs.texts().isEmpty()) << dialogs.texts().join('|').toStdString();
