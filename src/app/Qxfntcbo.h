@@ -39,6 +39,12 @@ using enum QxfntcboEnums::TPitch;
 // - The list is filled when loading ends (first polish, or EndLoading), sorted once; later
 //   additions are not kept in order.
 // - Escape goes back to SelFont; the choice is not undone on Control.
+//
+// Example:
+//
+//     auto* fonts = new TQXFontCombo(window);
+//     fonts->SetControl(editor);
+//     fonts->SetSelFont(QStringLiteral("DejaVu Sans"));
 class QXT_EXPORT TQXFontCombo : public TCustomComboBox, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)

@@ -54,6 +54,12 @@ QXT_EXPORT QString ReplaceString(const QString& text, const QString& from, const
 //
 // The settings take effect at the next hint. Active is applied when loading ends (at the first
 // turn of the event loop, or EndLoading), and never inside the designer.
+//
+// Example:
+//
+//     auto* hints = new TQXHint(window);
+//     hints->SetColor(clAqua);
+//     hints->SetActive(true);
 class QXT_EXPORT TQXHint : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)

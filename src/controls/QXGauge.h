@@ -35,6 +35,13 @@ using enum QXGaugeEnums::TQXGaugeKind;
 // - When the boxes do not fit (pitch below 3 pixels), every paint drops one box.
 // - The horizontal kind mirrors the vertical one: box 1 is at the left, the margin split as
 //   the vertical kind splits it from the bottom.
+//
+// Example, a level meter fed by the program:
+//
+//     auto* meter = new TQXGauge(window);
+//     meter->SetKind(qxgVertical);
+//     meter->SetBoxColor(clGreen);
+//     meter->SetProgress(level);
 class QXT_EXPORT TQXGauge : public TCustomControl, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -52,6 +59,7 @@ class QXT_EXPORT TQXGauge : public TCustomControl, public TQXAboutCarrier {
     Q_PROPERTY(int Tag READ Tag WRITE SetTag)
 
 public:
+    // A horizontal gauge of 10 navy boxes from 0 to 100 at 0, 150 x 20 pixels.
     explicit TQXGauge(QWidget* parent = nullptr);
     ~TQXGauge() override;
 
@@ -107,7 +115,9 @@ public slots:
     void QXOnTime(QObject* Sender = nullptr);
 
 protected:
+    // Draws the frame and the boxes.
     void Paint() override;
+    // Disabling greys the lit boxes; enabling repaints them in colour.
     void changeEvent(QEvent* e) override;
 
 private:

@@ -22,6 +22,12 @@
 // Each tick moves the text by Steps pixels, or by one character (the width or height of "X")
 // when Steps is 0. With AutoScroll a caption that fits (its width + 10 <= Width) stands
 // still at the left edge and only a longer one runs.
+//
+// Example:
+//
+//     auto* news = new TQXScrollText(window);
+//     news->SetCaption(QStringLiteral("+++ Neue Version verfügbar +++"));
+//     news->SetAutoScroll(true);
 class QXT_EXPORT TQXScrollText : public TGraphicControl, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -37,6 +43,7 @@ class QXT_EXPORT TQXScrollText : public TGraphicControl, public TQXAboutCarrier 
     Q_PROPERTY(int Tag READ Tag WRITE SetTag)
 
 public:
+    // A marquee with the default caption, stopped until AutoScroll is on.
     explicit TQXScrollText(QWidget* parent = nullptr);
     ~TQXScrollText() override;
 
@@ -55,6 +62,7 @@ public:
     // Draws a copy of the text in ShadowColor below and right of it.
     bool Shadow() const { return m_shadow; }
     void SetShadow(bool Value);
+    // The shadow's colour (grey by default).
     TColor ShadowColor() const { return m_shadowColor; }
     void SetShadowColor(TColor Value);
     // Offset of the shadow, 1 to 50 pixels.
@@ -66,6 +74,7 @@ public:
 
     // Where the text stands, relative to the client area.
     int PosX() const { return m_posX; }
+    // The text's top, relative to the client area.
     int PosY() const { return m_posY; }
     // The marquee's timer.
     TTimer* Timer() const { return m_timer; }
@@ -80,6 +89,7 @@ public slots:
     void QXOnTime(QObject* Sender = nullptr);
 
 protected:
+    // Draws the caption at its current position.
     void Paint() override;
     // Composes the current frame into the backing image (placing the text again once it has
     // left) and shows it.

@@ -37,6 +37,12 @@ using enum QX3dLabelEnums::dtFormat;
 // below and to the right (engraving swaps the colours); the shadow is one copy ShadowDepth
 // pixels down and to the right. With AutoSize the label takes the size of its text plus 10
 // pixels across and 6 down.
+//
+// Example:
+//
+//     auto* title = new TQX3dLabel(window);
+//     title->SetCaption(QStringLiteral("Willkommen"));
+//     title->SetCaptionStyle(csShadow);
 class QXT_EXPORT TQX3dLabel : public TCustomLabel, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -50,6 +56,7 @@ class QXT_EXPORT TQX3dLabel : public TCustomLabel, public TQXAboutCarrier {
     Q_PROPERTY(int Tag READ Tag WRITE SetTag)
 
 public:
+    // A raised caption with the default font, border and spacing.
     explicit TQX3dLabel(QWidget* parent = nullptr);
     ~TQX3dLabel() override;
 
@@ -81,9 +88,12 @@ public:
     TNotifyEvent OnMouseLeave;
 
 protected:
+    // Draws the border and the caption in its style.
     void Paint() override;
     void AdjustBounds() override;
+    // Fires OnMouseEnter.
     void enterEvent(QEnterEvent* e) override;
+    // Fires OnMouseLeave.
     void leaveEvent(QEvent* e) override;
 
 private:

@@ -29,6 +29,12 @@ using enum QXBlinkerEnums::TBlinkStyle;
 // control or changing the style gives the control its resting colour back first. A control of
 // this library changes its Color or its font colour; any other widget the palette colour of
 // its background or text role.
+//
+// Example:
+//
+//     auto* blinker = new TQXBlinker(window);
+//     blinker->SetControl(warningLabel);
+//     blinker->SetBlink(true);
 class QXT_EXPORT TQXBlinker : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -41,6 +47,7 @@ class QXT_EXPORT TQXBlinker : public TComponent, public TQXAboutCarrier {
     Q_PROPERTY(int Tag READ Tag WRITE SetTag)
 
 public:
+    // A blinker without a control, yellow and olive every 500 ms once Blink is on.
     explicit TQXBlinker(QObject* owner = nullptr);
     ~TQXBlinker() override;
 

@@ -23,6 +23,12 @@ using TQXBounceEvent = std::function<void(QObject* Sender, int& XPos, int& YPos,
 // events fire only while the ball still moves sideways after the bounce; the roof event
 // always fires. The ball is a white 10 x 10 circle on the control, or another control
 // (Control) that is moved around instead; with NoRefresh the ball leaves a trail.
+//
+// Example:
+//
+//     auto* ball = new TQXBounce(window);
+//     ball->SetGravitation(2);
+//     ball->OnStop = [ball](QObject*) { ball->Start(); };
 class QXT_EXPORT TQXBounce : public TCustomControl, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -38,6 +44,7 @@ class QXT_EXPORT TQXBounce : public TCustomControl, public TQXAboutCarrier {
     Q_PROPERTY(int Tag READ Tag WRITE SetTag)
 
 public:
+    // A ball at rest on a black field until the timer runs.
     explicit TQXBounce(QWidget* parent = nullptr);
     ~TQXBounce() override;
 
@@ -59,11 +66,13 @@ public:
     // Where the throw starts, within the control; setting one throws again.
     int StartXPos() const { return m_startXPos; }
     void SetStartXPos(int Value);
+    // Where the throw starts from the top; setting it throws again.
     int StartYPos() const { return m_startYPos; }
     void SetStartYPos(int Value);
     // The speeds the throw starts with, -100 to 100 pixels per tick; setting one throws again.
     int StartXSpeed() const { return m_startXSpeed; }
     void SetStartXSpeed(int Value);
+    // The downward speed the throw starts with; setting it throws again.
     int StartYSpeed() const { return m_startYSpeed; }
     void SetStartYSpeed(int Value);
 
@@ -71,19 +80,28 @@ public:
     void Start();
     // The ball now: top-left corner, size and speeds (positive = right, down).
     int XPos() const { return m_xPos; }
+    // The ball's top.
     int YPos() const { return m_yPos; }
+    // The ball's width in pixels.
     int BallWidth() const { return m_ballWidth; }
+    // The ball's height in pixels.
     int BallHeight() const { return m_ballHeight; }
+    // The speed to the right (negative: to the left).
     int XSpeed() const { return m_xSpeed; }
+    // The speed downwards (negative: upwards).
     int YSpeed() const { return m_ySpeed; }
     // The simulation's timer.
     TTimer* Timer() const { return m_timer; }
 
     // Called after each move, before the walls are checked.
     TQXBounceEvent OnMove;
+    // Called when the ball bounces off the bottom.
     TNotifyEvent OnHitFloor;
+    // Called when the ball bounces off the left side.
     TNotifyEvent OnHitLeftWall;
+    // Called when the ball bounces off the right side.
     TNotifyEvent OnHitRightWall;
+    // Called when the ball bounces off the top.
     TNotifyEvent OnHitRoof;
     // Called when the ball has come to rest.
     TNotifyEvent OnStop;
@@ -93,6 +111,7 @@ public slots:
     void QXOnTime(QObject* Sender = nullptr);
 
 protected:
+    // Draws the ball at its position, or nothing while it moves another control.
     void Paint() override;
     void Notification(QObject* Component, TOperation Operation) override;
     // The walls, floor and roof of one tick, with their events and the stop.

@@ -26,6 +26,13 @@
 //   a space: the built-in font has capitals in the cells of "a" to "z".
 // - The built-in font takes the colours Color, DOTLoColor and DOTHiColor; with the defaults it
 //   keeps its own (unlit dots 0x008000).
+//
+// Example, a marquee of 30 characters:
+//
+//     auto* marquee = new TQXDOTPanel(window);
+//     marquee->SetColumns(30);
+//     marquee->SetCaption(QStringLiteral("Willkommen bei QXTools"));
+//     marquee->SetInterval(30);
 class QXT_EXPORT TQXDOTPanel : public TCustomControl, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -47,6 +54,7 @@ class QXT_EXPORT TQXDOTPanel : public TCustomControl, public TQXAboutCarrier {
     Q_PROPERTY(int Interval READ Interval WRITE SetInterval)
 
 public:
+    // A 10 x 10 pixel panel that takes its font cells' size at the first paint.
     explicit TQXDOTPanel(QWidget* parent = nullptr);
     ~TQXDOTPanel() override;
 
@@ -125,6 +133,7 @@ public slots:
     void QXOnTime(QObject* Sender = nullptr);
 
 protected:
+    // Draws the rows of dots from the font bitmap.
     void Paint() override;
     // Draws the cells (standing or scrolling) into an off-screen bitmap and shows it.
     void PaintItems();

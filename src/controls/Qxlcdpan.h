@@ -21,6 +21,12 @@
 //
 // Painting grows the control to at least 13 pixels per cell (and then drops Align), and keeps
 // SegmentSize at most an eighth of the cell pitch.
+//
+// Example, a clock:
+//
+//     auto* lcd = new TQXLCDPanel(window);
+//     lcd->SetColumns(8);
+//     lcd->SetCaption(QTime::currentTime().toString(QStringLiteral("hh:mm:ss")));
 class QXT_EXPORT TQXLCDPanel : public TGraphicControl, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -34,6 +40,7 @@ class QXT_EXPORT TQXLCDPanel : public TGraphicControl, public TQXAboutCarrier {
     Q_PROPERTY(QColor Color READ colorProperty WRITE setColorProperty)
 
 public:
+    // A black panel of one row of 10 characters in green segments.
     explicit TQXLCDPanel(QWidget* parent = nullptr);
     ~TQXLCDPanel() override;
 
@@ -63,6 +70,7 @@ public:
     void DrawLCD(TCanvas* Canvas, const TRect& Rect, std::uint8_t SegmentSize, QChar Ch);
 
 protected:
+    // Draws every cell's segments, lit for the characters of the text.
     void Paint() override;
     // Draws the characters of every cell.
     void PaintItems();

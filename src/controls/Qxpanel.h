@@ -27,6 +27,12 @@ using enum QXPanelEnums::TStyle;
 
 // A scrolling area chart: the newest sample at the right, each sample a point of a polygon
 // closed along the bottom edge, and a label with the newest sample at the top left.
+//
+// Example:
+//
+//     TQXPipe chart;
+//     chart.SetPointAnz(60);
+//     chart.GraphAddRight(load);
 class QXT_EXPORT TQXPipe {
 public:
     TQXPipe();
@@ -34,9 +40,11 @@ public:
     void GraphAddRight(int Value);
     // The sample value drawn at the full height of the chart (100 at the start).
     void GraphSetMax(int Max);
+    // The sample value drawn at the full height of the chart.
     int GraphMax() const { return m_max; }
     // Makes room for Count samples (10 at the start), all 0 again.
     void SetPointAnz(int Count);
+    // How many samples the chart holds.
     int PointAnz() const { return int(m_values.size()); }
     // Sample Index (0 = oldest).
     int Value(int Index) const { return m_values.value(Index); }
@@ -72,6 +80,11 @@ private:
 // last 80 seconds; sgSYS, sgGDI and sgUSR label the chart and leave it as it stands. The
 // chart's history stays when the style changes. The panel erases nothing before it paints
 // (its paint covers every pixel), and the timer runs in the designer too.
+//
+// Example:
+//
+//     auto* status = new TQXPanel(window);
+//     status->SetCaptionFormat(QStringLiteral("Speicher belegt %MemoryLoad"));
 class QXT_EXPORT TQXPanel : public TCustomPanel, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -81,6 +94,7 @@ class QXT_EXPORT TQXPanel : public TCustomPanel, public TQXAboutCarrier {
     Q_PROPERTY(int Tag READ Tag WRITE SetTag)
 
 public:
+    // A status panel showing the caption template, refreshed every second.
     explicit TQXPanel(QWidget* parent = nullptr);
     ~TQXPanel() override;
 
@@ -109,6 +123,7 @@ public slots:
     void QXOnTime(QObject* Sender = nullptr);
 
 protected:
+    // Draws the panel and its caption, or the chart in a chart style.
     void Paint() override;
 
 private:

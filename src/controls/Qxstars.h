@@ -15,8 +15,11 @@
 // One star: where it stands in a space centred on the control, and its depth Z from 1
 // (nearest) to 30.
 struct TQXStar {
+    // Across, from the centre.
     int X = 0;
+    // Down, from the centre.
     int Y = 0;
+    // Depth, 1 (nearest) to 30.
     int Z = 1;
 };
 
@@ -27,6 +30,12 @@ struct TQXStar {
 // table anew; that first seeding spreads Y over the height but shifts it by the width, so on
 // a wide control the stars start mostly above the centre, and only stars born later are
 // spread evenly.
+//
+// Example:
+//
+//     auto* stars = new TQXStars(window);
+//     stars->SetMaxStars(300);
+//     stars->SetInterval(40);
 class QXT_EXPORT TQXStars : public TCustomControl, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -40,6 +49,7 @@ public:
     // The size of the star table.
     static constexpr int StarCount = 500;
 
+    // A black field of stars, still until the timer runs.
     explicit TQXStars(QWidget* parent = nullptr);
     ~TQXStars() override;
 
@@ -52,6 +62,7 @@ public:
     // The projection factor, 1 to 100.
     int Zoom() const { return m_zoom; }
     void SetZoom(int Value);
+    // The field's background; the stars keep their greys.
     void SetColor(TColor Value) override;
 
     // Star Index, 1 to 500.
@@ -68,7 +79,9 @@ public slots:
     void QXOnTime(QObject* Sender = nullptr);
 
 protected:
+    // Draws the stars at their current depth.
     void Paint() override;
+    // A new size scatters the stars again over the new field.
     void resizeEvent(QResizeEvent* e) override;
     // Moves every flying star one step and draws the frame into the backing image.
     void PaintBMP();

@@ -91,6 +91,12 @@ enum TGIFScale : std::uint8_t { jsFullSize, jsHalf, jsQuarter, jsEighth };
 //
 // Every decode starts from the state the one before left in the object (colour tables, code
 // table, the last data sub-block), which matters only when a failed decode is repeated.
+//
+// Example:
+//
+//     TPicture picture;
+//     picture.LoadFromFile(QStringLiteral("logo.gif")); // a TGIFImage by the extension
+//     TBitmap* first = static_cast<TGIFImage*>(picture.Graphic())->GetBitmap();
 class QXT_EXPORT TGIFImage : public TGraphic {
 public:
     TGIFImage();

@@ -21,6 +21,13 @@
 // owner that is not a widget, and then the placement operations do nothing). A stored window
 // state outside 0 to 2 restores the form to normal. A list view is a QTreeView whose header
 // sections are the columns.
+//
+// Example:
+//
+//     TQXINI ini;
+//     ini.SetINIFileName(QStringLiteral("Editor.INI"));
+//     ini.INIWriteInteger(QStringLiteral("Editor"), QStringLiteral("Tabweite"), 4);
+//     const int tab = ini.INIReadInteger(QStringLiteral("Editor"), QStringLiteral("Tabweite"), 8);
 class QXT_EXPORT TQXINI : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
