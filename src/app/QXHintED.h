@@ -15,13 +15,20 @@ class QPushButton;
 class QXT_EXPORT THintStringEditDialog : public QDialog {
     Q_OBJECT
 public:
+    // Builds the dialog with an empty memo.
     explicit THintStringEditDialog(QWidget* parent = nullptr);
     ~THintStringEditDialog() override;
+    // The frame around the memo.
     QFrame* Bevel1 = nullptr;
+    // The hint being edited, one line a line of the hint.
     QPlainTextEdit* Memo = nullptr;
+    // "n Lines" under the memo.
     QLabel* LineCounter = nullptr;
+    // The hint as it will show.
     QLabel* ShowPanel = nullptr;
+    // Accepts the edited hint.
     QPushButton* OkButton = nullptr;
+    // Leaves the hint as it was.
     QPushButton* CancelButton = nullptr;
 
 public slots:

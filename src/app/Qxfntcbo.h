@@ -58,6 +58,8 @@ class QXT_EXPORT TQXFontCombo : public TCustomComboBox, public TQXAboutCarrier {
     Q_PROPERTY(int Tag READ Tag WRITE SetTag)
 
 public:
+    // An empty combo; it sets the shared filter to its defaults, and fills the list when first
+    // shown.
     explicit TQXFontCombo(QWidget* parent = nullptr);
     ~TQXFontCombo() override;
 
@@ -84,6 +86,7 @@ public:
     // The families that pass the current filter, enumerated afresh at every read.
     TStrings* Fonts();
 
+    // Selects entry index (-1: none).
     using TCustomComboBox::SetItemIndex;
     // Selects the first item equal to name regardless of case; no match leaves the selection.
     void SetItemIndex(const QString& name);

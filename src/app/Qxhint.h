@@ -73,6 +73,7 @@ class QXT_EXPORT TQXHint : public TComponent, public TQXAboutCarrier {
     Q_PROPERTY(int ShadowDepth READ ShadowDepth WRITE SetShadowDepth)
 
 public:
+    // Off until Active is set; yellow, 150 pixels wide, above right.
     explicit TQXHint(QObject* owner = nullptr);
     ~TQXHint() override;
 
@@ -140,6 +141,7 @@ public:
     THintPosition Position() const { return m_position; }
 
 protected:
+    // A window without border or shadow of its own: the bubble draws its own.
     void CreateParams(TCreateParams& params) override;
     // Shows QXH_BakBitmap.
     void Paint() override;

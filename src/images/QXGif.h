@@ -37,6 +37,7 @@ inline constexpr const char* ErrName[11] = {"",
 // Raised by the GIF decoder; carries only the message.
 class QXT_EXPORT EGifException : public Exception {
 public:
+    // Carries message, in English.
     using Exception::Exception;
 };
 
@@ -47,11 +48,13 @@ public:
     std::optional<QByteArray> Stream;
     // The logical screen size from the file header, later the size of the first bitmap.
     std::int32_t Height = 0;
+    // The width, as Height.
     std::int32_t Width = 0;
 };
 
 // The display time of one frame in milliseconds.
 struct TDelay {
+    // Milliseconds, from the extension's hundredths of a second.
     std::int32_t Delay = 0;
 };
 
@@ -102,15 +105,18 @@ public:
     TGIFImage();
     ~TGIFImage() override;
     QString ClassName() const override { return QStringLiteral("TGIFImage"); }
+    // The class name without an object, for registering the file format.
     static constexpr const char* StaticClassName = "TGIFImage";
 
     // Stretches the current frame into rect (decodes first when needed).
     void Draw(TCanvas* canvas, const TRect& rect) override;
     // The decoded bitmap's size, or the logical screen size before decoding.
     int Width() const override;
+    // The height, as Width.
     int Height() const override;
     // A GIF's size comes from its data: both raise EAbstractError.
     void SetWidth(int value) override;
+    // Raises EAbstractError, as SetWidth.
     void SetHeight(int value) override;
     // False while file bytes are held; otherwise whether the bitmap is empty.
     bool Empty() const override;
@@ -128,10 +134,12 @@ public:
     void SaveToStream(TStream& stream) override;
     // Form-file persistence: a 32-bit length, then the file bytes.
     void ReadData(TStream& stream) override;
+    // Writes what ReadData reads.
     void WriteData(TStream& stream) override;
     // Loads into the bitmap (no decoding); saving hands out the decoded bitmap.
     void LoadFromClipboardFormat(std::uint16_t format, const QImage& data,
                                  HPALETTE palette) override;
+    // Hands out the decoded bitmap with its palette.
     void SaveToClipboardFormat(std::uint16_t& format, QImage& data, HPALETTE& palette) override;
 
     // The bitmap shown now; decodes the file on first use (raises EGifException on bad data).
@@ -167,7 +175,9 @@ public:
     TGIFScale Scale() const { return m_scale; }
 
 protected:
+    // Gives a TBitmap the decoded bitmap; other targets as TGraphic does.
     void AssignTo(TPersistent* dest) override;
+    // Tells the owner (a TPicture) of the change.
     void Changed(TGraphic* sender) override;
     // Replaces the file data with size bytes of stream and reads the screen size.
     void ReadStream(qint64 size, TStream& stream);
@@ -175,8 +185,11 @@ protected:
     void ParseMem();
     // Frees every frame and delay.
     void ClearBitmapList();
+    // Starts file data of its own, no longer shared.
     void NewImage();
+    // Starts an empty bitmap of its own.
     void NewBitmap();
+    // Drops the bitmap; the next use decodes again.
     void FreeBitmap();
 
     // One bitmap per decoded image.

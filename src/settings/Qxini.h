@@ -37,6 +37,7 @@ class QXT_EXPORT TQXINI : public TComponent, public TQXAboutCarrier {
     Q_PROPERTY(bool SaveLastRes READ SaveLastRes WRITE SetSaveLastRes)
 
 public:
+    // Uses "Default.INI" beside the program; the owner's window is the form (if it is a widget).
     explicit TQXINI(QObject* owner = nullptr);
     ~TQXINI() override;
 
@@ -62,11 +63,17 @@ public:
     // Saves the form's placement, then fires OnWriteINI.
     void WriteINI();
 
+    // Writes Value as "1" or "0".
     void INIWriteBool(const QString& Section, const QString& Key, bool Value);
+    // The value of Key in Section, or Default when it is missing.
     bool INIReadBool(const QString& Section, const QString& Key, bool Default);
+    // Writes Value in decimal.
     void INIWriteInteger(const QString& Section, const QString& Key, int Value);
+    // The value of Key in Section, or Default when it is missing or no number.
     int INIReadInteger(const QString& Section, const QString& Key, int Default);
+    // Writes Value as it is.
     void INIWriteString(const QString& Section, const QString& Key, const QString& Value);
+    // The value of Key in Section, or Default when it is missing.
     QString INIReadString(const QString& Section, const QString& Key, const QString& Default);
     // Fills Items with the values of keys "0" to "n" where n is "Anzahl" (missing: "Leer").
     void INIReadItems(const QString& Section, TStrings* Items);
@@ -78,7 +85,9 @@ public:
     void INISaveWinPos(const QString& Prefix, TForm* Form, TWinPosStyle Style);
     // Sets the bounds, then the stored window state.
     void INILoadWinPos(const QString& Prefix, TForm* Form, TWinPosStyle Style);
+    // Writes the font's name, size, colour and style under Prefix_Name, _Size, _Color and _Style.
     void INISaveFont(const QString& Section, const QString& Prefix, TFont* Font);
+    // Reads what INISaveFont wrote; missing keys keep the font's values.
     void INILoadFont(const QString& Section, const QString& Prefix, TFont* Font);
     // Writes Prefix + "Colum_" + i = "caption|width" for every column.
     void INISaveColumns(const QString& Section, const QString& Prefix, QTreeView* View);
@@ -86,18 +95,22 @@ public:
     // is not a number raises EConvertError, the columns before it already set.
     void INILoadColumns(const QString& Section, const QString& Prefix, QTreeView* View,
                         bool Captions);
+    // A list view's style stored under Key, or Default.
     TViewStyle INIReadViewStyle(const QString& Section, const QString& Key, TViewStyle Default);
+    // Stores a list view's style under Key by name.
     void INIWriteViewStyle(const QString& Section, const QString& Key, TViewStyle Value);
     // Erases the section with all its keys.
     void KillSection(const QString& Section);
 
     // Fired at the end of ReadINI and WriteINI.
     TNotifyEvent OnReadINI;
+    // Fired at the end of WriteINI.
     TNotifyEvent OnWriteINI;
 
 signals:
     // Emitted together with OnReadINI and OnWriteINI.
     void iniRead();
+    // Emitted with OnWriteINI.
     void iniWritten();
 
 private:
