@@ -18,14 +18,22 @@ class QFrame;
 class QXT_EXPORT TfrmQXTVersion : public QDialog {
     Q_OBJECT
 public:
+    // Builds the dialog, 330 x 274 pixels, with its design texts.
     explicit TfrmQXTVersion(QWidget* parent = nullptr);
     ~TfrmQXTVersion() override;
+    // The frame filling the dialog.
     QFrame* Panel1 = nullptr;
+    // The white card holding the rest.
     QFrame* Panel = nullptr;
+    // The package's picture.
     QLabel* imgProgramIcon = nullptr;
+    // "QXTools V 3.0d".
     QLabel* lblQXTVersion = nullptr;
+    // The class of the component edited.
     QLabel* lblClassName = nullptr;
+    // "Stand : " and the version text.
     QLabel* lblStand = nullptr;
+    // Closes the dialog.
     QPushButton* btnOKButton = nullptr;
 };
 

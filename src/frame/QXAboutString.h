@@ -9,21 +9,27 @@
 // Longer text is cut to 40 characters, as a short string of that capacity keeps it.
 class TQXAboutString {
 public:
+    // The most characters kept.
     static constexpr int Capacity = 40;
     constexpr TQXAboutString() = default;
+    // The first 40 characters of text (nullptr: empty).
     constexpr TQXAboutString(const char* text) {
         while (text && text[m_length] != '\0' && m_length < Capacity) {
             m_data[m_length] = text[m_length];
             ++m_length;
         }
     }
+    // The first 40 characters of text, in Latin-1.
     explicit TQXAboutString(const QString& text) : TQXAboutString() {
         const QByteArray latin = text.left(Capacity).toLatin1();
         for (char c : latin)
             m_data[m_length++] = c;
     }
+    // The number of characters, 0 to 40.
     constexpr int Length() const { return m_length; }
+    // The characters as a QString.
     QString ToQString() const { return QString::fromLatin1(m_data, m_length); }
+    // Equal when length and characters are.
     constexpr bool operator==(const TQXAboutString& o) const {
         if (m_length != o.m_length)
             return false;
@@ -77,10 +83,15 @@ constexpr TQXAboutString QXPicClipVersion = "08.02.97";
 // the component's task menu shows the about dialog instead.
 class TQXAboutCarrier {
 public:
+    // Carries the component's version text.
     constexpr explicit TQXAboutCarrier(const TQXAboutString& version) : m_version(version) {}
+    // The version text ("15.11.96", some with "^M(Beta)").
     TQXAboutString GetAboutQXT() const { return m_version; }
+    // Does nothing: the version text cannot be changed.
     void SetAboutQXT(const TQXAboutString&) {}
+    // The version text, for the Qt property.
     QString About_QXTools() const { return m_version.ToQString(); }
+    // Does nothing, as SetAboutQXT.
     void SetAbout_QXTools(const QString&) {}
 
 private:

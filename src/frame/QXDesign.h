@@ -32,20 +32,28 @@ using TPropertyAttributes = TSet<TPropertyAttribute>;
 // Edits one property of the selected components (the selection's component 0 leads).
 class QXT_EXPORT TPropertyEditor {
 public:
+    // An editor of propertyName on the selected components.
     TPropertyEditor(QList<QObject*> selection, QByteArray propertyName);
     virtual ~TPropertyEditor();
+    // How the inspector offers the property; none by default.
     virtual TPropertyAttributes GetAttributes() const;
     // The text the inspector shows.
     virtual QString GetValue() const;
+    // Gives every selected component the value typed in the inspector.
     virtual void SetValue(const QString& value);
     // Runs the editor's dialog (for paDialog editors).
     virtual void Edit();
+    // Selected component index (0 leads).
     QObject* GetComponent(int index) const;
+    // The number of selected components.
     int PropCount() const { return int(m_selection.size()); }
+    // The name of the property edited.
     QString GetName() const { return QString::fromLatin1(m_property); }
 
 protected:
+    // The property of component 0 as text.
     QString GetStrValue() const;
+    // Sets the property of every selected component from text.
     void SetStrValue(const QString& value);
 
 private:
@@ -56,38 +64,53 @@ private:
 // The editor of plain string properties.
 class QXT_EXPORT TStringProperty : public TPropertyEditor {
 public:
+    // The base class's constructor.
     using TPropertyEditor::TPropertyEditor;
+    // { paMultiSelect, paRevertable }: many components at once, and undoable.
     TPropertyAttributes GetAttributes() const override;
+    // The string as it is.
     QString GetValue() const override;
+    // Sets the string on every selected component.
     void SetValue(const QString& value) override;
 };
 
 // A component class as the palette knows it: its name and how to make one.
 struct TComponentClass {
+    // The class name ("TQXGauge").
     QString Name;
+    // The class's meta-object, for its properties.
     const QMetaObject* MetaObject = nullptr;
     // Creates an instance; controls get parent as their parent widget.
     std::function<QObject*(QWidget* parent)> Create;
+    // Whether instances are widgets (controls) or plain components.
     bool IsWidget = false;
 };
 
 // A property editor class: its name and how to make one for a selection and property.
 struct TPropertyEditorClass {
+    // The editor class's name ("TQXAboutProperty").
     QString Name;
+    // Makes an editor for the selection and property.
     std::function<TPropertyEditor*(QList<QObject*> selection, QByteArray propertyName)> Create;
 };
 
 // One call of RegisterComponents.
 struct TComponentRegistration {
+    // The palette page.
     QString Page;
+    // The classes, in the order given.
     QList<TComponentClass> Classes;
 };
 
 // One call of RegisterPropertyEditor. ComponentClass is empty for "any class".
 struct TEditorRegistration {
+    // The type name the editor is for.
     QString PropertyType;
+    // The class (with its subclasses) the editor is for, or "".
     QString ComponentClass;
+    // The property the editor is for.
     QString PropertyName;
+    // The editor class.
     TPropertyEditorClass Editor;
 };
 
@@ -95,8 +118,11 @@ struct TEditorRegistration {
 // calls are recorded, and the lookups return one entry per class.
 class QXT_EXPORT TPaletteRegistry {
 public:
+    // The one registry of the program.
     static TPaletteRegistry& Instance();
+    // Every RegisterComponents call, in order.
     const QList<TComponentRegistration>& ComponentCalls() const { return m_components; }
+    // Every RegisterPropertyEditor call, in order.
     const QList<TEditorRegistration>& EditorCalls() const { return m_editors; }
     // The classes on a page, first registration order, each once.
     QList<TComponentClass> ClassesOnPage(const QString& page) const;
@@ -106,6 +132,7 @@ public:
     // class), or nullptr.
     const TEditorRegistration* EditorFor(const QObject* component,
                                          const QString& propertyName) const;
+    // Forgets every registration.
     void Clear();
 
 private:

@@ -22,9 +22,12 @@ inline constexpr std::array<const char*, 31> QXCentralPaletteOrder = {
 
 // One property-editor registration of the central procedure.
 struct TQXEditorRow {
+    // The type name the editor is registered for.
     const char* PropertyType;
     const char* ComponentClass; // "" for every class
+    // The property edited.
     const char* PropertyName;
+    // The editor's class name in the catalogue.
     const char* EditorClass;
 };
 

@@ -22,6 +22,7 @@
 struct TCPUTimes {
     // Every state but idle and waiting for input or output.
     quint64 Busy = 0;
+    // Every state.
     quint64 Total = 0;
 };
 
@@ -29,11 +30,17 @@ struct TCPUTimes {
 struct TMemoryStatus {
     // Percent of physical memory in use.
     quint32 MemoryLoad = 0;
+    // Physical memory.
     quint64 TotalPhys = 0;
+    // Physical memory free or reclaimable.
     quint64 AvailPhys = 0;
+    // Swap space.
     quint64 TotalPageFile = 0;
+    // Free swap space.
     quint64 AvailPageFile = 0;
+    // The address space a process may use.
     quint64 TotalVirtual = 0;
+    // The part of it not in use.
     quint64 AvailVirtual = 0;
 };
 

@@ -23,11 +23,14 @@ constexpr quint16 WM_CLOSE = 0x0010;
 // accepts the event; a WM_CLOSE nobody accepted closes the window.
 class QXT_EXPORT TWindowMessageEvent : public QEvent {
 public:
+    // A message msg (WM_CLOSE, ...) with Result 0.
     explicit TWindowMessageEvent(quint16 msg);
     ~TWindowMessageEvent() override;
     // The event type, registered once.
     static QEvent::Type EventType();
+    // The message number.
     quint16 Msg() const { return m_msg; }
+    // The handler's answer, returned by qxtSendMessage.
     qint32 Result = 0;
 
 private:

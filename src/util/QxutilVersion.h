@@ -20,16 +20,27 @@ class QTextEdit;
 // "\OriginalFileName", "\ProductName", "\ProductVersion", "\Comments". A text the file does
 // not hold stays empty.
 struct QXT_EXPORT TVersionType {
+    // "\CompanyName".
     QString CompanyName;
+    // "\FileDescription".
     QString FileDescription;
+    // "\FileVersion".
     QString FileVersion;
+    // "\InternalName".
     QString InternalName;
+    // "\LegalCopyright".
     QString LegalCopyright;
+    // "\LegalTradeMarks".
     QString LegalTradeMarks;
+    // "\OriginalFileName".
     QString OriginalFileName;
+    // "\ProductName".
     QString ProductName;
+    // "\ProductVersion".
     QString ProductVersion;
+    // "\Comments".
     QString Comments;
+    // Equal when all ten texts are.
     bool operator==(const TVersionType&) const = default;
 };
 
