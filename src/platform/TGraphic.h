@@ -31,36 +31,54 @@ using TProgressEvent =
 // An abstract picture: draws itself into a rectangle, loads and saves itself.
 class QXT_EXPORT TGraphic : public TPersistent {
 public:
+    // An empty graphic, not modified, not transparent.
     TGraphic();
     ~TGraphic() override;
     TGraphic(const TGraphic&) = delete;
     TGraphic& operator=(const TGraphic&) = delete;
 
+    // Draws the picture stretched into rect of canvas.
     virtual void Draw(TCanvas* canvas, const TRect& rect) = 0;
+    // The picture's width in pixels.
     virtual int Width() const = 0;
+    // The picture's height in pixels.
     virtual int Height() const = 0;
+    // Gives the picture a new width, where the kind of graphic allows.
     virtual void SetWidth(int value) = 0;
+    // Gives the picture a new height, where the kind of graphic allows.
     virtual void SetHeight(int value) = 0;
+    // Whether the graphic holds no picture.
     virtual bool Empty() const = 0;
+    // Whether the picture's background colour is left out when drawing.
     virtual bool Transparent() const { return m_transparent; }
+    // Sets Transparent and reports the change.
     virtual void SetTransparent(bool value);
+    // The palette handle; 0 for graphics without one.
     virtual HPALETTE Palette() const { return 0; }
+    // Takes a new palette; ignored by graphics without one.
     virtual void SetPalette(HPALETTE) {}
     // True when both hold the same picture (by default: the same saved bytes).
     virtual bool Equals(TGraphic* graphic);
 
+    // Reads the picture from the stream's position on.
     virtual void LoadFromStream(TStream& stream) = 0;
+    // Writes the picture in its file format.
     virtual void SaveToStream(TStream& stream) = 0;
     // Opens the file and calls LoadFromStream; raises EInOutError when it cannot be opened.
     virtual void LoadFromFile(const QString& fileName);
+    // Creates the file and calls SaveToStream; raises EInOutError when it cannot be created.
     virtual void SaveToFile(const QString& fileName);
     // Form-file persistence; by default the stream format itself.
     virtual void ReadData(TStream& stream);
+    // Writes what ReadData reads.
     virtual void WriteData(TStream& stream);
+    // Takes a picture handed over in a clipboard format.
     virtual void LoadFromClipboardFormat(std::uint16_t format, const QImage& data,
                                          HPALETTE palette);
+    // Hands the picture over in a clipboard format.
     virtual void SaveToClipboardFormat(std::uint16_t& format, QImage& data, HPALETTE& palette);
 
+    // Whether the picture changed since it was loaded or saved.
     bool Modified() const { return m_modified; }
     void SetModified(bool value) { m_modified = value; }
     // Set when the graphic's palette changed, so that a picture realises it again.
@@ -72,6 +90,7 @@ public:
     TProgressEvent OnProgress;
 
 protected:
+    // Marks the graphic modified and calls OnChange.
     virtual void Changed(TGraphic* sender);
     // Calls OnProgress when assigned.
     void Progress(TProgressStage stage, int percentDone, bool redrawNow, const TRect& r,
@@ -83,15 +102,19 @@ private:
     bool m_paletteModified = false;
 };
 
+// How many bits a pixel takes; pfDevice is the screen's own format.
 enum TPixelFormat { pfDevice, pf1bit, pf4bit, pf8bit, pf15bit, pf16bit, pf24bit, pf32bit };
 
 // A raster picture kept as a QImage; its Canvas draws into it. Streams are BMP files.
 class QXT_EXPORT TBitmap : public TGraphic {
 public:
+    // An empty bitmap.
     TBitmap();
+    // A black bitmap of the size.
     TBitmap(int width, int height);
     ~TBitmap() override;
     QString ClassName() const override { return QStringLiteral("TBitmap"); }
+    // The class name without an object, for registering file formats.
     static constexpr const char* StaticClassName = "TBitmap";
 
     void Draw(TCanvas* canvas, const TRect& rect) override;
@@ -99,10 +122,12 @@ public:
     int Height() const override { return m_image.height(); }
     void SetWidth(int value) override;
     void SetHeight(int value) override;
+    // Both sizes at once; the picture keeps its top-left part, new area is black.
     void SetSize(int width, int height);
     bool Empty() const override { return m_image.isNull(); }
     HPALETTE Palette() const override { return m_palette; }
     void SetPalette(HPALETTE value) override { m_palette = value; }
+    // Copies another TBitmap, or takes any graphic's picture.
     void Assign(TPersistent* source) override;
     // Reads a BMP stream; raises EInvalidGraphic "Bitmap image is not valid" otherwise, also
     // when the pixel rows stop short of the height the header states.
@@ -114,6 +139,7 @@ public:
 
     // The canvas drawing into this bitmap (an indexed image becomes 32-bit on first use).
     TCanvas* Canvas();
+    // The bits per pixel of the image; setting converts it.
     TPixelFormat PixelFormat() const;
     void SetPixelFormat(TPixelFormat value);
     // The colour treated as transparent when Transparent is on: by default the bottom-left pixel.
@@ -137,9 +163,11 @@ private:
 // An icon: drawn at its own size, loaded from ICO streams through Qt's reader.
 class QXT_EXPORT TIcon : public TGraphic {
 public:
+    // An empty icon (32 x 32 by the size reports).
     TIcon();
     ~TIcon() override;
     QString ClassName() const override { return QStringLiteral("TIcon"); }
+    // The class name without an object, for registering file formats.
     static constexpr const char* StaticClassName = "TIcon";
 
     void Draw(TCanvas* canvas, const TRect& rect) override;
@@ -150,9 +178,11 @@ public:
     void SetWidth(int value) override;
     void SetHeight(int value) override;
     bool Empty() const override { return m_image.isNull(); }
+    // Copies another TIcon; other graphics as TPersistent does.
     void Assign(TPersistent* source) override;
     void LoadFromStream(TStream& stream) override;
     void SaveToStream(TStream& stream) override;
+    // The icon's picture.
     const QImage& Image() const { return m_image; }
     void SetImage(const QImage& image);
 
