@@ -32,16 +32,23 @@ enum TBrushStyle {
 
 // The pen lines and outlines are drawn with.
 struct QXT_EXPORT TPen {
+    // The line colour.
     TColor Color = clBlack;
+    // The line width in pixels.
     int Width = 1;
+    // Solid, dashed, dotted or no line.
     TPenStyle Style = psSolid;
+    // How the pen's colour combines with the pixels under it.
     TPenMode Mode = pmCopy;
 };
 
 // The brush areas are filled with; a Bitmap, when set, is tiled instead of the colour.
 struct QXT_EXPORT TBrush {
+    // The fill colour.
     TColor Color = clWhite;
+    // Solid, hatched or no fill.
     TBrushStyle Style = bsSolid;
+    // A pattern tiled instead of the colour, or null.
     std::shared_ptr<QImage> Bitmap;
 };
 
@@ -89,56 +96,77 @@ public:
 
     // Draws through painter until Detach (used by controls in their paint event).
     void Attach(QPainter* painter, const QRect& deviceRect);
+    // Ends drawing through the painter given to Attach.
     void Detach();
     // Points the canvas at another image (bitmaps call this when they reallocate).
     void SetImage(QImage* image);
+    // The image drawn into, or nullptr for a painter canvas.
     QImage* Image() const { return m_image; }
+    // Whether there is something to draw on.
     bool IsDrawable() const { return m_painter || (m_image && !m_image->isNull()); }
     // The palette system colours resolve through (a control's palette).
     void SetPalette(const QPalette& palette) { m_palette = palette; }
+    // The palette system colours resolve through.
     const QPalette& Palette() const { return m_palette; }
 
+    // The pen of lines and outlines.
     TPen Pen;
+    // The brush of fills.
     TBrush Brush;
+    // The font of text output.
     TFont Font;
     // The raster operation of CopyRect.
     std::uint32_t CopyMode = SRCCOPY;
+    // Where the next LineTo starts.
     TPoint PenPos() const { return m_penPos; }
     void SetPenPos(TPoint p) { m_penPos = p; }
+    // TRANSPARENT or OPAQUE: whether text output fills its background with the brush.
     int BkMode() const { return m_bkMode; }
     void SetBkMode(int mode) { m_bkMode = mode; }
     // Extra pixels after every character that text output and measuring add (GDI's
     // SetTextCharacterExtra); returns the previous value.
     int SetTextCharacterExtra(int extra);
+    // The extra pixels after every character.
     int TextCharacterExtra() const { return m_charExtra; }
 
+    // Moves the pen position to (x, y) without drawing.
     void MoveTo(int x, int y);
     // Draws from the pen position to (x, y) without (x, y) itself, then moves there.
     void LineTo(int x, int y);
     // Connected lines; the last point is not drawn, as with LineTo.
     void Polyline(const QVector<TPoint>& points);
+    // A closed outline with the pen, filled with the brush.
     void Polygon(const QVector<TPoint>& points);
     // Outline with the pen, inside with the brush; covers x1..x2-1 by y1..y2-1.
     void Rectangle(int x1, int y1, int x2, int y2);
+    // Rectangle over r.
     void Rectangle(const TRect& r) { Rectangle(r.Left, r.Top, r.Right, r.Bottom); }
+    // The ellipse in the box, outlined with the pen and filled with the brush.
     void Ellipse(int x1, int y1, int x2, int y2);
+    // Ellipse in r.
     void Ellipse(const TRect& r) { Ellipse(r.Left, r.Top, r.Right, r.Bottom); }
+    // A rectangle with corners rounded by ellipses x3 wide and y3 high.
     void RoundRect(int x1, int y1, int x2, int y2, int x3, int y3);
     // Fills r with the brush, without an outline.
     void FillRect(const TRect& r);
     // A one-pixel border in the brush colour.
     void FrameRect(const TRect& r);
 
+    // Writes text with its top-left at (x, y) in Font; moves the pen position after it.
     void TextOut(int x, int y, const QString& text);
     // Text clipped to r; the background of r is filled unless the brush is clear.
     void TextRect(const TRect& r, int x, int y, const QString& text);
+    // The width of text in Font, with the character extra.
     int TextWidth(const QString& text) const;
+    // The height of a line of text in Font.
     int TextHeight(const QString& text) const;
     // GDI DrawText: returns the text height; with DT_CALCRECT only measures into r. Line feeds,
     // carriage returns and pairs of the two (either order) each break the line once.
     int DrawText(const QString& text, TRect& r, unsigned flags);
 
+    // Draws graphic at its own size with its top-left at (x, y).
     void Draw(int x, int y, TGraphic* graphic);
+    // Draws graphic stretched into r.
     void StretchDraw(const TRect& r, TGraphic* graphic);
     // Copies (stretching) source's srcRect into destRect with CopyMode.
     void CopyRect(const TRect& destRect, TCanvas* source, const TRect& srcRect);
@@ -147,10 +175,12 @@ public:
 
     // Reading needs an image canvas; a painter canvas answers clNone.
     TColor Pixels(int x, int y) const;
+    // Sets one pixel.
     void SetPixel(int x, int y, TColor c);
     // The area drawing can reach.
     TRect ClipRect() const;
 
+    // c as a QColor, system colours through Palette.
     QColor ToQColor(TColor c) const { return TColorToQColor(c, &m_palette); }
 
 private:

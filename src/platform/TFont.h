@@ -20,16 +20,22 @@ constexpr int ScreenPixelsPerInch = 96;
 class QXT_EXPORT TFont {
 public:
     TFont();
+    // The family name.
     QString Name() const { return m_font.family(); }
     void SetName(const QString& name);
+    // The size in points (at 96 pixels per inch).
     int Size() const;
     void SetSize(int points);
+    // The height in pixels, negative for the character height.
     int Height() const { return m_height; }
     void SetHeight(int pixels);
+    // The text colour.
     TColor Color() const { return m_color; }
     void SetColor(TColor c);
+    // Bold, italic, underlined and struck out, in any combination.
     TFontStyles Style() const { return m_style; }
     void SetStyle(TFontStyles s);
+    // Fixed or variable character widths, or the family's own.
     TFontPitch Pitch() const { return m_pitch; }
     void SetPitch(TFontPitch p);
     // Takes name, height, style, pitch and colour of another font.
@@ -38,6 +44,7 @@ public:
     const QFont& ToQFont() const { return m_font; }
     // Takes family, pixel or point size and style of a QFont; the colour is kept.
     void SetQFont(const QFont& f);
+    // Equal in name, height, style, pitch and colour.
     bool operator==(const TFont& other) const;
     // Called after every change.
     std::function<void()> OnChange;
