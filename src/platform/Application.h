@@ -14,7 +14,9 @@ class THintManager;
 
 // How the application makes its hint window (see HintWindowClassOf in THintWindow.h).
 struct THintWindowClass {
+    // The hint window class's name.
     const char* Name = nullptr;
+    // Makes a hint window of the class.
     THintWindow* (*Create)() = nullptr;
 };
 
@@ -108,7 +110,9 @@ public:
     void SetCursor(TCursor cursor);
     // The installed font families, sorted.
     QStringList Fonts() const;
+    // The primary screen's width in pixels.
     int Width() const;
+    // The primary screen's height in pixels.
     int Height() const;
 
 private:

@@ -41,10 +41,13 @@ class QDialog;
 
 // One request to the dialog service. Path is in/out for the directory and file choosers.
 struct TDialogRequest {
+    // What is asked for: a message, a question, a chooser or a form.
     TDialogKind Kind = dkMessage;
     QString Text;    // message, or the chooser's caption
     QString Caption; // a message box's title; empty for the application's name
+    // The message box's icon.
     TMsgDlgType Type = mtInformation;
+    // The question's buttons.
     TMsgDlgButtons Buttons;
     QString Filter;          // file chooser: "Images (*.gif *.bmp)", or "Images|*.gif;*.bmp"
     QString Path;            // chooser: start directory in, the choice out

@@ -14,8 +14,9 @@ struct TMountPoint {
     QString Root;   // where it is mounted, ending in "/"
     QString Source; // what is mounted: "/dev/sda1", "server:/export", "tmpfs"
     QString FsType; // "ext4", "nfs4", "tmpfs", "fuse.sshfs"
+    // The major device number.
     unsigned Major = 0;
-    unsigned Minor = 0; // the device numbers the file system reports
+    unsigned Minor = 0; // the minor device number
 };
 
 // The mount points of a mountinfo text (the format of /proc/self/mountinfo), in its order.

@@ -36,6 +36,7 @@ struct TSearchRec {
     qint64 Size = 0; // bytes of a regular file; 0 for everything else
     int Attr = 0;    // fa… bits
     QString Name;    // the name without directory
+    // The fa… bits the search leaves out.
     int ExcludeAttr = 0;
     std::shared_ptr<TFindState>
         FindHandle; // the open search; released by FindClose or with the record
@@ -52,7 +53,9 @@ public:
     TDirListing(const TDirListing&) = delete;
     TDirListing& operator=(const TDirListing&) = delete;
 
+    // Whether the directory could be read.
     bool IsOpen() const { return m_dirFd >= 0; }
+    // The number of entries.
     int Count() const { return int(m_entries.size()); }
     // The name of entry i, without directory.
     const QString& Name(int i) const { return m_entries[std::size_t(i)].name; }

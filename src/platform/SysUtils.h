@@ -9,9 +9,12 @@
 // The root of every exception the library raises; Message() is the text shown to users.
 class QXT_EXPORT Exception : public std::exception {
 public:
+    // An exception carrying message.
     explicit Exception(QString message);
     ~Exception() override;
+    // The text shown to users.
     const QString& Message() const { return m_message; }
+    // Message() in UTF-8.
     const char* what() const noexcept override { return m_utf8.constData(); }
 
 private:
@@ -22,6 +25,7 @@ private:
 // The framework's conversion error: bad numbers, impossible assignments.
 class QXT_EXPORT EConvertError : public Exception {
 public:
+    // Carries message.
     using Exception::Exception;
 };
 
@@ -34,18 +38,21 @@ public:
 // Raised for unknown picture formats and unreadable pictures.
 class QXT_EXPORT EInvalidGraphic : public Exception {
 public:
+    // Carries message.
     using Exception::Exception;
 };
 
 // Failures of file access (open, create, read, write).
 class QXT_EXPORT EInOutError : public Exception {
 public:
+    // Carries message.
     using Exception::Exception;
 };
 
 // Errors of integer arithmetic.
 class QXT_EXPORT EIntError : public Exception {
 public:
+    // Carries message.
     using Exception::Exception;
 };
 
@@ -58,6 +65,7 @@ public:
 // An operation the object cannot carry out in its present state.
 class QXT_EXPORT EInvalidOperation : public Exception {
 public:
+    // Carries message.
     using Exception::Exception;
 };
 

@@ -115,6 +115,7 @@ public:
     TRect ClientRect() const { return {0, 0, width(), height()}; }
     // The background colour; system colours follow the palette.
     TColor Color() const { return m_color; }
+    // Sets the background colour and repaints.
     virtual void SetColor(TColor value);
     // The control's font with its colour.
     TFont* Font() { return &m_font; }

@@ -20,11 +20,15 @@ using TKeyEvent = std::function<void(QObject* Sender, int& Key, Qt::KeyboardModi
 class QXT_EXPORT TCustomComboBox : public QComboBox, public TComponentBase {
     Q_OBJECT
 public:
+    // An empty box with an edit field (csDropDown) on parent.
     explicit TCustomComboBox(QWidget* parent = nullptr);
     ~TCustomComboBox() override;
+    // The box's name (its objectName).
     QString Name() const { return objectName(); }
     void SetName(const QString& name) { setObjectName(name); }
+    // The class name as user code spells it.
     QString ClassName() const { return QString::fromLatin1(metaObject()->className()); }
+    // The box itself.
     QObject* AsObject() override { return this; }
 
     // The list's entries.
@@ -44,10 +48,13 @@ public:
     // While on, the entries are kept in case-blind order; switching it on sorts them now.
     bool Sorted() const { return m_sorted; }
     void SetSorted(bool value);
+    // csDropDown with an edit field, csDropDownList without.
     TComboBoxStyle Style() const { return isEditable() ? csDropDown : csDropDownList; }
     void SetStyle(TComboBoxStyle value);
+    // Free-form value for the application.
     int Tag() const { return m_tag; }
     void SetTag(int value) { m_tag = value; }
+    // The size the box was created with.
     QSize sizeHint() const override;
 
     // Fired by Change.
@@ -62,7 +69,9 @@ protected:
     virtual void KeyDown(int& Key, Qt::KeyboardModifiers Shift);
     // The size a new box takes.
     void SetDefaultSize(int width, int height);
+    // Ends loading when the box is first shown.
     bool event(QEvent* e) override;
+    // Runs KeyDown before the box handles the key; a key set to 0 is swallowed.
     void keyPressEvent(QKeyEvent* e) override;
 
 private:

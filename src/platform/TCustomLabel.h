@@ -23,6 +23,7 @@ class QXT_EXPORT TCustomLabel : public TGraphicControl {
     Q_PROPERTY(QColor Color READ colorProperty WRITE setColorProperty)
 
 public:
+    // An empty left-justified label of 65 x 17 pixels that sizes itself to its caption.
     explicit TCustomLabel(QWidget* parent = nullptr);
     ~TCustomLabel() override;
 
@@ -48,6 +49,7 @@ public:
 protected:
     void Paint() override;
     void FontChanged() override;
+    // Repaints when enabled or disabled (disabled text is engraved).
     void changeEvent(QEvent* e) override;
     // Gives the label the size of its text while AutoSize is on.
     virtual void AdjustBounds();

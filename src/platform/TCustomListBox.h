@@ -36,11 +36,15 @@ using TDrawItemEvent = std::function<void(TCustomListBox* Control, int Index, co
 class QXT_EXPORT TCustomListBox : public QListWidget, public TComponentBase {
     Q_OBJECT
 public:
+    // An empty list on parent, rows 16 pixels high, one column.
     explicit TCustomListBox(QWidget* parent = nullptr);
     ~TCustomListBox() override;
+    // The list itself.
     QObject* AsObject() override { return this; }
+    // The list's name (its objectName).
     QString Name() const { return objectName(); }
     void SetName(const QString& name) { setObjectName(name); }
+    // The class name as user code spells it.
     QString ClassName() const { return QString::fromLatin1(metaObject()->className()); }
 
     // The strings shown and their objects.
@@ -56,8 +60,10 @@ public:
     // Number of visible columns; 0 for a single vertically scrolling column.
     int Columns() const { return m_columns; }
     void SetColumns(int value);
+    // Standard rows, or rows drawn by DrawItem (OnDrawItem).
     TListBoxStyle Style() const { return m_style; }
     void SetStyle(TListBoxStyle value);
+    // Whether several items can be selected.
     bool MultiSelect() const { return selectionMode() == QAbstractItemView::ExtendedSelection; }
     void SetMultiSelect(bool value);
     // Keeps Items sorted (case-blind).
@@ -68,11 +74,15 @@ public:
     void SetColor(TColor value);
     // The font with its colour.
     TFont* Font() { return &m_font; }
+    // The width in pixels.
     int Width() const { return width(); }
+    // The height in pixels.
     int Height() const { return height(); }
     // The area the rows are drawn in (without the frame and scroll bars).
     int ClientWidth() const { return viewport()->width(); }
+    // The height of the area the rows are drawn in (one pixel less with columns).
     int ClientHeight() const { return viewport()->height() - (m_columns > 0 ? 1 : 0); }
+    // The area the rows are drawn in, from (0, 0).
     TRect ClientRect() const { return {0, 0, ClientWidth(), ClientHeight()}; }
     // The client rectangle of item index (empty when it is out of range).
     TRect ItemRect(int index) const;
@@ -87,6 +97,7 @@ public:
 
     // An item was clicked or chosen with the keyboard.
     TNotifyEvent OnClick;
+    // An item was double-clicked.
     TNotifyEvent OnDblClick;
     // Draws owner-drawn items when assigned.
     TDrawItemEvent OnDrawItem;
@@ -94,9 +105,13 @@ public:
 protected:
     // Draws item Index into Rect on Canvas: OnDrawItem when assigned, else the item's text.
     virtual void DrawItem(int Index, const TRect& Rect, TOwnerDrawState State);
+    // Ends loading at the first polish.
     bool event(QEvent* e) override;
+    // Lays the columns out again for the new height.
     void resizeEvent(QResizeEvent* e) override;
+    // Paints the rows, through DrawItem for owner-drawn ones.
     void paintEvent(QPaintEvent* e) override;
+    // Repaints the rows when the palette changes.
     void changeEvent(QEvent* e) override;
 
 private:

@@ -38,6 +38,7 @@ class QXT_EXPORT TCustomPanel : public TCustomControl {
     Q_PROPERTY(QColor Color READ colorProperty WRITE setColorProperty)
 
 public:
+    // A raised panel of 185 x 41 pixels that does not take the focus.
     explicit TCustomPanel(QWidget* parent = nullptr);
     ~TCustomPanel() override;
 

@@ -199,6 +199,7 @@ private:
 class QXT_EXPORT TReaderImage : public TBitmap {
 public:
     QString ClassName() const override { return QStringLiteral("TReaderImage"); }
+    // The class name without an object, for registering file formats.
     static constexpr const char* StaticClassName = "TReaderImage";
     void LoadFromStream(TStream& stream) override;
     void SaveToStream(TStream& stream) override;
@@ -206,7 +207,9 @@ public:
 
 // A graphic class as the picture registry knows it: its name and how to make one.
 struct TGraphicClass {
+    // The class name ("TBitmap").
     const char* Name = nullptr;
+    // Makes an empty graphic of the class.
     TGraphic* (*Create)() = nullptr;
 };
 

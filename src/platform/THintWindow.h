@@ -46,11 +46,13 @@ public:
     const TCreateParams& Params() const { return m_params; }
 
 protected:
+    // Fills in the parameters the window is made with; derived windows change them.
     virtual void CreateParams(TCreateParams& params);
     // Makes the window from CreateParams once, before it is first shown.
     void HandleNeeded();
     // The text on Color inside the frame.
     virtual void Paint();
+    // Runs Paint() with the canvas on the window.
     void paintEvent(QPaintEvent* e) override;
 
 private:

@@ -14,6 +14,7 @@ class QXT_EXPORT TImage : public TGraphicControl {
     Q_PROPERTY(bool Transparent READ Transparent WRITE SetTransparent)
 
 public:
+    // An image control without a picture.
     explicit TImage(QWidget* parent = nullptr);
     ~TImage() override;
 

@@ -9,6 +9,7 @@
 // Raised when a write cannot replace the file ("Unable to write to FILE").
 class QXT_EXPORT EIniFileException : public Exception {
 public:
+    // Carries message.
     using Exception::Exception;
 };
 
@@ -31,18 +32,22 @@ public:
 // Line breaks inside names and values would split the line, so they are written as blanks.
 class QXT_EXPORT TIniFile {
 public:
+    // Works on fileName (a bare name lies in the configuration directory); opens nothing yet.
     explicit TIniFile(const QString& fileName);
     // The full path the object works on.
     QString FileName() const { return m_fileName; }
 
     // The trimmed value of Ident in Section, Default when the key is absent.
     QString ReadString(const QString& Section, const QString& Ident, const QString& Default) const;
+    // Sets Ident in Section to Value, adding the section and key where missing.
     void WriteString(const QString& Section, const QString& Ident, const QString& Value);
     // Decimal, or hexadecimal with "0x" or "$"; Default for an absent, empty or bad value.
     int ReadInteger(const QString& Section, const QString& Ident, int Default) const;
+    // Writes Value in decimal.
     void WriteInteger(const QString& Section, const QString& Ident, int Value);
     // An integer that is not 0; written as "1" or "0".
     bool ReadBool(const QString& Section, const QString& Ident, bool Default) const;
+    // Writes "1" or "0".
     void WriteBool(const QString& Section, const QString& Ident, bool Value);
     // True when the key is present (even with an empty value).
     bool ValueExists(const QString& Section, const QString& Ident) const;
@@ -53,6 +58,7 @@ public:
     void ReadSections(TStrings* Strings) const;
     // Replaces Strings with "key=value" for every key of Section.
     void ReadSectionValues(const QString& Section, TStrings* Strings) const;
+    // True when the file has the section.
     bool SectionExists(const QString& Section) const;
     // Removes every section of that name with all its lines.
     void EraseSection(const QString& Section);

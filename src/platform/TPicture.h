@@ -15,6 +15,7 @@ class TIcon;
 struct TFileFormat {
     QString Extension;   // lower case, without the dot
     QString Description; // "GIF Image File"
+    // The class loading files of the extension.
     TGraphicClass GraphicClass;
 };
 
@@ -35,13 +36,16 @@ public:
     TBitmap* Bitmap();
     // The graphic as an icon: replaces any other graphic by an empty icon.
     TIcon* Icon();
+    // The graphic's width, 0 without one.
     int Width() const;
+    // The graphic's height, 0 without one.
     int Height() const;
     // Chooses the graphic class by the file's extension (case-blind) and loads the file;
     // raises EInvalidGraphic "Unknown picture file extension (.xyz)" for an unregistered one.
     // While the file loads, Graphic() is the new graphic, so that a progress handler can show
     // it partly loaded; when loading fails the picture keeps its old graphic.
     void LoadFromFile(const QString& fileName);
+    // Saves the graphic in its own format (nothing without one).
     void SaveToFile(const QString& fileName);
     void Assign(TPersistent* source) override;
     // Called when the graphic changes (a new graphic or the graphic's own OnChange).

@@ -76,9 +76,11 @@ public:
     void Assign(TPersistent* source) override;
     // The items as a QStringList; setting replaces every item.
     QStringList ToStringList() const;
+    // Replaces every item by the strings of list.
     void SetStringList(const QStringList& list);
     // Loads and saves lines in UTF-8.
     void LoadFromFile(const QString& fileName);
+    // Writes Text to the file.
     void SaveToFile(const QString& fileName) const;
     // Called after every change.
     std::function<void(TStrings*)> OnChange;

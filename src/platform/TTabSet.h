@@ -25,11 +25,15 @@ using TDrawTabEvent = std::function<void(QObject* Sender, TCanvas* TabCanvas, co
 class QXT_EXPORT TTabSet : public QTabBar, public TComponentBase {
     Q_OBJECT
 public:
+    // A tab set without tabs on parent.
     explicit TTabSet(QWidget* parent = nullptr);
     ~TTabSet() override;
+    // The tab set itself.
     QObject* AsObject() override { return this; }
+    // The tab set's name (its objectName).
     QString Name() const { return objectName(); }
     void SetName(const QString& name) { setObjectName(name); }
+    // The class name as user code spells it.
     QString ClassName() const { return QString::fromLatin1(metaObject()->className()); }
 
     // The tab texts and their objects; the tabs follow every change.
@@ -39,6 +43,7 @@ public:
     // The selected tab, -1 when there is none.
     int TabIndex() const { return currentIndex(); }
     void SetTabIndex(int value);
+    // Standard tabs, or tabs measured and drawn by MeasureTab and DrawTab.
     TTabStyle TabStyle() const { return m_tabStyle; }
     void SetTabStyle(TTabStyle value);
     // The font with its colour.
@@ -48,6 +53,7 @@ public:
     TNotifyEvent OnClick;
     // Called by the default MeasureTab and DrawTab.
     TMeasureTabEvent OnMeasureTab;
+    // Draws an owner-drawn tab when assigned.
     TDrawTabEvent OnDrawTab;
 
 protected:
@@ -58,8 +64,11 @@ protected:
     virtual void DrawTab(TCanvas* TabCanvas, const TRect& R, int Index, bool Selected);
     // The selected tab changed: calls OnClick.
     virtual void Click();
+    // A tab as wide as its text, or as MeasureTab says for owner-drawn tabs.
     QSize tabSizeHint(int index) const override;
+    // Paints the tabs, the owner-drawn ones through DrawTab.
     void paintEvent(QPaintEvent* e) override;
+    // Ends loading at the first polish.
     bool event(QEvent* e) override;
 
 private:

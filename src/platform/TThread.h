@@ -60,6 +60,7 @@ public:
 protected:
     // The thread's work; runs on the worker thread.
     virtual void Execute() = 0;
+    // Sets what the thread returns when it ends.
     void SetReturnValue(int value) { m_returnValue = value; }
     // Runs method later on the creating thread, after everything queued before it; never
     // waits. Work still queued when the object is deleted is dropped.

@@ -11,13 +11,16 @@
 class QXT_EXPORT TTimer : public QObject {
     Q_OBJECT
 public:
+    // An enabled timer of 1000 ms, ticking from now on.
     explicit TTimer(QObject* owner = nullptr);
     ~TTimer() override;
+    // Whether the timer ticks (while Interval is above 0).
     bool Enabled() const { return m_enabled; }
     void SetEnabled(bool value);
     // Milliseconds between ticks.
     int Interval() const { return m_interval; }
     void SetInterval(int value);
+    // Free-form value for the application.
     int Tag() const { return m_tag; }
     void SetTag(int value) { m_tag = value; }
     // True while the underlying timer is running.
