@@ -1,6 +1,7 @@
-// examples/images.cpp: a GIF file loads like any other picture, and a fill image paints colour
-// bands behind other controls.
+// examples/images.cpp: a GIF file loads like any other picture; a proportional image shows it
+// over a fill image that paints colour bands behind it.
 #include <qxtools/QXGif.h>
+#include <qxtools/QXImage.h>
 #include <qxtools/Qxfimage.h>
 #include <qxtools/TPicture.h>
 
@@ -19,12 +20,19 @@ int main(int argc, char** argv) {
     std::printf("%s %d x %d\n", qPrintable(picture.Graphic()->ClassName()), picture.Width(),
                 picture.Height());
 
-    // Sixteen bands from navy at the top to aqua at the bottom.
-    TQXFillImage fill;
-    fill.SetRBFromColor(clNavy);
-    fill.SetRBToColor(clAqua);
-    fill.SetRBSteps(16);
-    fill.SetFillStyle(vRAINBOW);
-    fill.resize(240, 120);
-    return fill.grab().save(QString::fromLocal8Bit(argv[2])) ? 0 : 1;
+    QWidget window;
+    window.resize(240, 120);
+    // Sixteen bands from navy at the top to aqua at the bottom, covering the window.
+    auto* fill = new TQXFillImage(&window);
+    fill->SetRBFromColor(clNavy);
+    fill->SetRBToColor(clAqua);
+    fill->SetRBSteps(16);
+    fill->SetFillStyle(vRAINBOW);
+    fill->SetAdjustToParent(true);
+    // The picture as large as it fits into 80 x 80 pixels, in its proportions, centred.
+    auto* image = new TQXImage(&window);
+    image->SetBounds(80, 20, 80, 80);
+    image->SetStretch(true);
+    image->SetPicture(&picture);
+    return window.grab().save(QString::fromLocal8Bit(argv[2])) ? 0 : 1;
 }

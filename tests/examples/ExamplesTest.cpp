@@ -115,25 +115,36 @@ TEST(Examples, FilesFindsGroupsAndCopies) {
 }
 
 // The GIF decoder reads the size Qt's own reader reads; the fill runs from navy at the top to
-// aqua at the bottom.
-TEST(Examples, ImagesDecodesTheGifAndPaintsTheBands) {
+// aqua at the bottom, and the proportional image shows the GIF 80 pixels wide in the middle.
+TEST(Examples, ImagesDecodesTheGifAndShowsItOverTheBands) {
     qxtest::TempDir dir;
     const QString gif = sourceFile(QStringLiteral("fuzz/seeds/gif/two-colour.gif"));
-    const QString png = dir.file(QStringLiteral("fill.png"));
+    const QString png = dir.file(QStringLiteral("images.png"));
     const qxtest::ToolResult run = runExample(QStringLiteral("images"), {gif, png}, dir.path());
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-    const QSize size = QImageReader(gif).size();
-    ASSERT_TRUE(size.isValid());
-    EXPECT_EQ(
-        run.out.toStdString(),
-        QStringLiteral("TGIFImage %1 x %2\n").arg(size.width()).arg(size.height()).toStdString());
-    const QImage fill(png);
-    ASSERT_EQ(fill.size(), QSize(240, 120));
-    EXPECT_EQ(fill.pixelColor(120, 0), QColor(0, 0, 0x80));
-    const QColor bottom = fill.pixelColor(120, 119);
+    const QImage reference(gif);
+    ASSERT_FALSE(reference.isNull());
+    EXPECT_EQ(run.out.toStdString(), QStringLiteral("TGIFImage %1 x %2\n")
+                                         .arg(reference.width())
+                                         .arg(reference.height())
+                                         .toStdString());
+    const QImage shot = QImage(png).convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(shot.size(), QSize(240, 120));
+    EXPECT_EQ(shot.pixelColor(120, 0), QColor(0, 0, 0x80));
+    const QColor bottom = shot.pixelColor(120, 119);
     EXPECT_EQ(bottom.red(), 0);
     EXPECT_GT(bottom.green(), 0xd0);
     EXPECT_GT(bottom.blue(), 0xd0);
+    // 80 pixels wide and high in proportion, centred in the 80 x 80 box at (80, 20).
+    const int height = reference.height() * 80 / reference.width();
+    const int top = 20 + (80 - height) / 2;
+    for (const QPoint& at : {QPoint(1, 1), QPoint(reference.width() - 2, reference.height() - 2),
+                             QPoint(reference.width() / 2, reference.height() / 2)}) {
+        // The middle of the cell the source pixel is stretched to.
+        const QPoint in(80 + (2 * at.x() + 1) * 80 / (2 * reference.width()),
+                        top + (2 * at.y() + 1) * height / (2 * reference.height()));
+        EXPECT_EQ(shot.pixelColor(in), reference.pixelColor(at).toRgb()) << at.x() << "," << at.y();
+    }
 }
 
 // The window shows the LCD panel's black face and the label in the blinker's first colour.
