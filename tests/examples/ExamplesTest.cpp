@@ -168,3 +168,31 @@ TEST(Examples, ApplicationSelectsTheFontInAnyCase) {
     EXPECT_EQ(run.out.toStdString(), std::string("Schrift: DejaVu Sans\n"));
     EXPECT_FALSE(QImage(png).isNull());
 }
+
+// A form as Designer saves it loads with the plugin: the widgets are the package's classes,
+// given the values of the form.
+TEST(Examples, FormsLoadsTheWidgetsOfAForm) {
+#ifndef QX_DESIGNER_PLUGIN_DIR
+    GTEST_SKIP() << "built without the Designer plugin";
+#else
+    qxtest::TempDir dir;
+    const QString ui =
+        dir.write(QStringLiteral("form.ui"), R"(<?xml version="1.0" encoding="UTF-8"?>
+<ui version="4.0">
+ <class>Form</class>
+ <widget class="QWidget" name="Form">
+  <widget class="TQXGauge" name="level">
+   <property name="Progress" stdset="0"><number>40</number></property>
+  </widget>
+  <widget class="TQXLCDPanel" name="clock">
+   <property name="Caption" stdset="0"><string>12:00</string></property>
+  </widget>
+ </widget>
+</ui>
+)");
+    const qxtest::ToolResult run = runExample(
+        QStringLiteral("forms"), {ui, QStringLiteral(QX_DESIGNER_PLUGIN_DIR)}, dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out.toStdString(), std::string("TQXGauge level\nTQXLCDPanel clock\n"));
+#endif
+}

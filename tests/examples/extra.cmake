@@ -16,6 +16,14 @@ foreach(example IN LISTS QX_EXAMPLES)
                         RUNTIME_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/examples)
   add_dependencies(test_examples example_${example_name})
 endforeach()
+# The forms example loads a form with QUiLoader and the Designer plugin.
+find_package(Qt6 REQUIRED COMPONENTS UiTools)
+target_link_libraries(example_forms PRIVATE Qt6::UiTools)
+if(TARGET qxtools_designer)
+  add_dependencies(test_examples qxtools_designer)
+  target_compile_definitions(test_examples PRIVATE
+                             QX_DESIGNER_PLUGIN_DIR="$<TARGET_FILE_DIR:qxtools_designer>")
+endif()
 target_compile_definitions(test_examples PRIVATE
                            QX_EXAMPLES_BIN="${CMAKE_CURRENT_BINARY_DIR}/examples"
                            QX_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
