@@ -1,5 +1,5 @@
 // examples/images.cpp: a GIF file loads like any other picture; a proportional image shows it
-// over a fill image that paints colour bands behind it.
+// on a fill image that paints colour bands over the whole window.
 #include <qxtools/QXGif.h>
 #include <qxtools/QXImage.h>
 #include <qxtools/Qxfimage.h>
@@ -28,10 +28,11 @@ int main(int argc, char** argv) {
     fill->SetRBToColor(clAqua);
     fill->SetRBSteps(16);
     fill->SetFillStyle(vRAINBOW);
-    fill->SetAdjustToParent(true);
-    // The picture as large as it fits into 80 x 80 pixels, in its proportions, centred.
+    fill->SetAlign(alClient);
+    // The picture as large as it fits into a black box of 80 x 80 pixels, in its proportions.
     auto* image = new TQXImage(&window);
     image->SetBounds(80, 20, 80, 80);
+    image->SetColor(clBlack);
     image->SetStretch(true);
     image->SetPicture(&picture);
     return window.grab().save(QString::fromLocal8Bit(argv[2])) ? 0 : 1;
