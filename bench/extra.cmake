@@ -9,3 +9,5 @@ target_include_directories(bench_picbox PRIVATE ${PROJECT_SOURCE_DIR}/tests/imag
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(SNDFILE REQUIRED IMPORTED_TARGET sndfile)
 target_link_libraries(bench_sound PRIVATE PkgConfig::SNDFILE)
+# bench_find times the counters and qxtKillPath beside the walks the tests keep as references.
+target_include_directories(bench_find PRIVATE ${PROJECT_SOURCE_DIR}/tests/util)

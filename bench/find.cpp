@@ -1,12 +1,17 @@
 // Walks a generated tree of 100,000 files (100 directories of 10 subdirectories of 100 files)
-// with TQXFind, qxtool find, find(1) and std::filesystem::recursive_directory_iterator.
+// with TQXFind, qxtool find, find(1) and std::filesystem::recursive_directory_iterator; counts
+// and sizes it with the library's counters, and deletes trees of 10,000 files with qxtKillPath
+// and rm(1). The counters and qxtKillPath run beside the walks that read every directory twice.
 
 #include "QXFind.h"
+#include "QxutilFiles.h"
+#include "TwoReadingWalks.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
@@ -20,9 +25,13 @@ constexpr int kTop = 100, kSub = 10, kFiles = 100;
 constexpr long kTotal = long(kTop) * kSub * kFiles;
 
 std::string g_root;
+// Where the trees to delete are built, one at a time.
+std::string g_killRoot;
+constexpr int kKillTop = 10;
+constexpr long kKillTotal = long(kKillTop) * kSub * kFiles;
 
-bool buildTree(const std::string& root) {
-    for (int t = 0; t < kTop; ++t) {
+bool buildTree(const std::string& root, int topDirs = kTop) {
+    for (int t = 0; t < topDirs; ++t) {
         const std::string top = root + "/dir" + std::to_string(t);
         if (::mkdir(top.c_str(), 0755) != 0)
             return false;
@@ -50,20 +59,23 @@ double cpuSeconds(int who) {
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
+double cpuNow() {
+    return cpuSeconds(RUSAGE_SELF) + cpuSeconds(RUSAGE_CHILDREN);
+}
+
 // The processor time of this process and of the programs it ran (user + system), per walk, as
 // "cpu": on a loaded machine it compares the walkers where wall time mostly measures waiting.
 class CpuCounter {
 public:
-    explicit CpuCounter(benchmark::State& state) : m_state(state), m_start(total()) {}
+    explicit CpuCounter(benchmark::State& state) : m_state(state), m_start(cpuNow()) {}
     ~CpuCounter() {
         m_state.counters["cpu"] =
-            benchmark::Counter(total() - m_start, benchmark::Counter::kAvgIterations);
+            benchmark::Counter(cpuNow() - m_start, benchmark::Counter::kAvgIterations);
     }
     CpuCounter(const CpuCounter&) = delete;
     CpuCounter& operator=(const CpuCounter&) = delete;
 
 private:
-    static double total() { return cpuSeconds(RUSAGE_SELF) + cpuSeconds(RUSAGE_CHILDREN); }
     benchmark::State& m_state;
     double m_start;
 };
@@ -181,6 +193,90 @@ void BM_recursive_directory_iteratorWithStat(benchmark::State& state) {
     reportFiles(state, files);
 }
 
+QString root() {
+    return QString::fromStdString(g_root);
+}
+
+void BM_qxtFileCount(benchmark::State& state) {
+    long files = 0;
+    CpuCounter cpu(state);
+    for (auto _ : state)
+        files = qxtFileCount(root(), QStringLiteral("*.*"), true);
+    reportFiles(state, files);
+}
+
+void BM_qxtFileCountTwoReadings(benchmark::State& state) {
+    long files = 0;
+    CpuCounter cpu(state);
+    for (auto _ : state) {
+        long found = 0;
+        tworeadings::walk(root(), QStringLiteral("*.*"), true, [&found](auto&, auto&) {
+            ++found;
+            return true;
+        });
+        files = found;
+    }
+    reportFiles(state, files);
+}
+
+// Every file holds one byte, so the total is the number of files.
+void BM_qxtGetFileSize(benchmark::State& state) {
+    long bytes = 0;
+    CpuCounter cpu(state);
+    for (auto _ : state)
+        bytes = long(qxtGetFileSize(root() + QStringLiteral("/*.*"), true));
+    reportFiles(state, bytes);
+}
+
+void BM_qxtGetFileSizeTwoReadings(benchmark::State& state) {
+    long bytes = 0;
+    CpuCounter cpu(state);
+    for (auto _ : state)
+        bytes = long(tworeadings::size(root() + QStringLiteral("/*.*"), true));
+    reportFiles(state, bytes);
+}
+
+// Builds a tree of 10,000 files outside the timing and deletes it with kill, which returns
+// false on a failure; "cpu" counts the deleting only.
+template <typename Kill> void deleteTrees(benchmark::State& state, Kill kill) {
+    const std::string tree = g_killRoot + "/tree";
+    double cpu = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        if (::mkdir(tree.c_str(), 0755) != 0 || !buildTree(tree, kKillTop)) {
+            state.SkipWithError("cannot build the tree to delete");
+            break;
+        }
+        state.ResumeTiming();
+        const double start = cpuNow();
+        const bool ok = kill(tree);
+        cpu += cpuNow() - start;
+        if (!ok || ::access(tree.c_str(), F_OK) == 0) {
+            state.SkipWithError("the tree was not deleted");
+            break;
+        }
+    }
+    state.counters["cpu"] = benchmark::Counter(cpu, benchmark::Counter::kAvgIterations);
+    state.SetItemsProcessed(state.iterations() * kKillTotal);
+}
+
+void BM_qxtKillPath(benchmark::State& state) {
+    deleteTrees(state,
+                [](const std::string& tree) { return qxtKillPath(QString::fromStdString(tree)); });
+}
+
+void BM_qxtKillPathTwoReadings(benchmark::State& state) {
+    deleteTrees(state, [](const std::string& tree) {
+        return tworeadings::kill(QString::fromStdString(tree));
+    });
+}
+
+void BM_rm(benchmark::State& state) {
+    deleteTrees(state, [](const std::string& tree) {
+        return std::system(("rm -r '" + tree + "'").c_str()) == 0;
+    });
+}
+
 BENCHMARK(BM_TQXFind)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
 BENCHMARK(BM_TQXFindPatternList)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
 BENCHMARK(BM_qxtoolFind)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
@@ -194,18 +290,26 @@ BENCHMARK(BM_recursive_directory_iteratorWithStat)
     ->Unit(benchmark::kMillisecond)
     ->MinTime(2)
     ->UseRealTime();
+BENCHMARK(BM_qxtFileCount)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+BENCHMARK(BM_qxtFileCountTwoReadings)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+BENCHMARK(BM_qxtGetFileSize)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+BENCHMARK(BM_qxtGetFileSizeTwoReadings)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+BENCHMARK(BM_qxtKillPath)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
+BENCHMARK(BM_qxtKillPathTwoReadings)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
+BENCHMARK(BM_rm)->Unit(benchmark::kMillisecond)->Iterations(5)->UseRealTime();
 
 } // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
-    QTemporaryDir dir;
-    if (!dir.isValid() || !buildTree(dir.path().toStdString())) {
+    QTemporaryDir dir, killDir;
+    if (!dir.isValid() || !killDir.isValid() || !buildTree(dir.path().toStdString())) {
         std::fprintf(stderr, "cannot build the test tree\n");
         return 1;
     }
     g_root = dir.path().toStdString();
+    g_killRoot = killDir.path().toStdString();
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

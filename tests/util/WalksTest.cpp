@@ -1,11 +1,10 @@
 // The directory walks read each directory once; what they find, report and delete must be what
-// the walks that read every directory twice found, reported and deleted. These tests keep the
-// two-reading walks as references and compare on a tree with links, hidden entries, empty,
-// read-only and unreadable directories.
-#include "Drives.h"
+// the walks that read every directory twice (TwoReadingWalks.h) found, reported and deleted, on a
+// tree with links, hidden entries, empty, read-only and unreadable directories.
 #include "FileUtils.h"
 #include "QxutilFiles.h"
 #include "TestSupport.h"
+#include "TwoReadingWalks.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -89,75 +88,6 @@ QStringList remains(const QString& root) {
     return names;
 }
 
-// ---- The walks as they read every directory twice ----------------------------------------
-
-using Visit = std::function<bool(const QString& dir, const TSearchRec&)>;
-
-bool twoReadingWalk(const QString& Dir, const QString& Mask, bool Recursive, const Visit& visit) {
-    const QString dir = qxtCheckPath(Dir);
-    TSearchRec sr;
-    for (int rc = FindFirst(dir + Mask, faAnyFile, sr); rc == 0; rc = FindNext(sr))
-        if (qxtIsFile(sr) && !visit(dir, sr))
-            return false;
-    if (!Recursive)
-        return true;
-    for (int rc = FindFirst(dir + QLatin1String("*.*"), faAnyFile, sr); rc == 0; rc = FindNext(sr))
-        if (qxtIsDirectory(sr) && !twoReadingWalk(dir + sr.Name, Mask, true, visit))
-            return false;
-    return true;
-}
-
-qint64 twoReadingSize(const QString& FileName, bool Recursive) {
-    const QString dir = ExtractFilePath(FileName);
-    const QString mask = ExtractFileName(FileName);
-    qint64 total = 0;
-    TSearchRec sr;
-    for (int rc = FindFirst(FileName, faAnyFile, sr); rc == 0; rc = FindNext(sr))
-        if (qxtIsFile(sr))
-            total += sr.Size;
-    if (Recursive)
-        for (int rc = FindFirst(dir + QLatin1String("*.*"), faAnyFile, sr); rc == 0;
-             rc = FindNext(sr))
-            if (qxtIsDirectory(sr))
-                total += twoReadingSize(dir + sr.Name + '/' + mask, true);
-    return total;
-}
-
-bool twoReadingKill(const QString& Path) {
-    bool result = true;
-    const QString P = qxtCheckPath(Path);
-    const QString bare = P.left(P.size() - 1);
-    if (P.size() < 5 || IsDriveRoot(P))
-        ShowMessage("qxtKillPath - Fehler : " + P + " kann nicht gelöscht werden");
-    if (QFileInfo(bare).isSymLink()) {
-        if (DeleteFile(bare))
-            return true;
-        ShowMessage("qxtKillPath - Fehler : " + bare + " kann nicht gelöscht werden");
-        return false;
-    }
-    TSearchRec sr;
-    for (int rc = FindFirst(P + "*.*", faAnyFile, sr); rc == 0; rc = FindNext(sr))
-        if (qxtIsDirectory(sr))
-            result = twoReadingKill(P + sr.Name);
-    for (int rc = FindFirst(P + "*.*", faAnyFile, sr); rc == 0; rc = FindNext(sr)) {
-        if (!qxtIsFile(sr))
-            continue;
-        const QString name = P + sr.Name;
-        if (qxtHasAttr(name, faReadOnly))
-            FileSetAttr(name, 0);
-        if (!DeleteFile(name)) {
-            ShowMessage("qxtKillPath - Fehler : " + name + " kann nicht gelöscht werden");
-            result = false;
-        }
-    }
-    if (!RemoveDir(bare)) {
-        MessageDlg("qxtKillPath - Verzeichnis " + P + " läßt sich nicht löschen", mtWarning,
-                   {mbOK});
-        result = false;
-    }
-    return result;
-}
-
 class Walks : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -185,7 +115,7 @@ TEST_F(Walks, FileListsCountsAndSizesAreThoseOfTheTwoReadingWalk) {
             const QString mask = QString::fromLatin1(m);
             SCOPED_TRACE(testing::Message() << m << (recursive ? " recursive" : ""));
             QStringList expected;
-            twoReadingWalk(root, mask, recursive, [&](const QString& d, const TSearchRec& r) {
+            tworeadings::walk(root, mask, recursive, [&](const QString& d, const TSearchRec& r) {
                 expected << d + r.Name;
                 return true;
             });
@@ -197,17 +127,18 @@ TEST_F(Walks, FileListsCountsAndSizesAreThoseOfTheTwoReadingWalk) {
             for (const int attr : {0, faReadOnly, faHidden, faSysFile, faArchive})
                 for (const int most : {0, 1, 3}) {
                     int count = 0;
-                    twoReadingWalk(root, mask, recursive, [&](const QString&, const TSearchRec& r) {
-                        if ((r.Attr & attr) == attr)
-                            ++count;
-                        return most <= 0 || count < most;
-                    });
+                    tworeadings::walk(root, mask, recursive,
+                                      [&](const QString&, const TSearchRec& r) {
+                                          if ((r.Attr & attr) == attr)
+                                              ++count;
+                                          return most <= 0 || count < most;
+                                      });
                     EXPECT_EQ(qxtFileCount3(root, mask, recursive, attr, most), count)
                         << "attributes " << attr << ", at most " << most;
                 }
             EXPECT_EQ(qxtFilesExists(root, mask, recursive), !expected.isEmpty());
             EXPECT_EQ(qxtGetFileSize(root + mask, recursive),
-                      twoReadingSize(root + mask, recursive));
+                      tworeadings::size(root + mask, recursive));
         }
     // The tree gives the walks plenty to find; the unreadable directory adds nothing.
     EXPECT_GT(compared, 60);
@@ -222,7 +153,7 @@ TEST_F(Walks, RelativeDirectoriesAndMasksWithADirectoryOfTheirOwn) {
     ASSERT_TRUE(QDir::setCurrent(root));
     for (const QString& mask : {QStringLiteral("*.txt"), QStringLiteral("sub/*.*")}) {
         QStringList expected;
-        twoReadingWalk(QString(), mask, true, [&](const QString& d, const TSearchRec& r) {
+        tworeadings::walk(QString(), mask, true, [&](const QString& d, const TSearchRec& r) {
             expected << d + r.Name;
             return true;
         });
@@ -230,7 +161,7 @@ TEST_F(Walks, RelativeDirectoriesAndMasksWithADirectoryOfTheirOwn) {
         qxtGetFiles(&files, QString(), mask, true);
         EXPECT_EQ(files.ToStringList(), expected) << mask.toStdString();
         EXPECT_FALSE(expected.isEmpty());
-        EXPECT_EQ(qxtGetFileSize(mask, true), twoReadingSize(mask, true));
+        EXPECT_EQ(qxtGetFileSize(mask, true), tworeadings::size(mask, true));
     }
     QDir::setCurrent(old);
 }
@@ -246,7 +177,7 @@ TEST_F(Walks, KillPathDeletesAndReportsWhatTheTwoReadingWalkDid) {
         const PermissionsApply permissions;
         {
             qxtest::DialogRecorder dialogs;
-            expected = twoReadingKill(other);
+            expected = tworeadings::kill(other);
             expectedTexts = dialogs.texts().replaceInStrings(other, QStringLiteral("<T>/"));
         }
         qxtest::DialogRecorder dialogs;
@@ -271,7 +202,7 @@ TEST_F(Walks, KillPathDeletesAndReportsWhatTheTwoReadingWalkDid) {
     qxtest::passClockTick();
     qxtest::DialogRecorder dialogs;
     EXPECT_TRUE(qxtKillPath(root));
-    EXPECT_TRUE(twoReadingKill(dir.file(QStringLiteral("v"))));
+    EXPECT_TRUE(tworeadings::kill(dir.file(QStringLiteral("v"))));
     EXPECT_TRUE(dialogs.texts().isEmpty()) << dialogs.texts().join('|').toStdString();
     EXPECT_FALSE(QFileInfo::exists(root));
     EXPECT_EQ(remains(outside.path()), QStringList({"keep.txt"}));
