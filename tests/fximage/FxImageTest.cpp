@@ -76,7 +76,10 @@ TEST(FxImage, BlocksGrowUntilTheListFitsAMegabyte) {
 
     auto pic = solid(400, 300, clRed);
     fx.SetPicture(pic.get());
+    Screen()->SetCursor(crCross);
     fx.INITPoints(fx.Picture()->Canvas());
+    EXPECT_EQ(Screen()->Cursor(), crCross) << "the hourglass goes when the blocks are ready";
+    Screen()->SetCursor(crDefault);
     EXPECT_EQ(fx.BlockSize(), 1);
     EXPECT_EQ(fx.Count(), 120000);
     EXPECT_EQ(fx.Points()[401], Point(1, 1));

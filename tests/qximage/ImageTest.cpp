@@ -201,3 +201,17 @@ TEST(Image, ProgressIsPassedOnAndRepaintsOnlyWithIncrementalDisplay) {
         EXPECT_EQ(image.Picture()->Width(), 1800);
     }
 }
+
+TEST(Image, APaletteChangeIsTakenNoteOfOnlyWhileShown) {
+    TQXImage image;
+    setBitmap(image, 10, 10, clRed);
+    TGraphic* graphic = image.Picture()->Graphic();
+    graphic->SetPalette(7);
+    graphic->SetPaletteModified(true);
+    image.SetAutoSize(false);
+    EXPECT_TRUE(graphic->PaletteModified()) << "a hidden control leaves the palette alone";
+    image.show();
+    QCoreApplication::processEvents();
+    image.SetAutoSize(false);
+    EXPECT_FALSE(graphic->PaletteModified());
+}
