@@ -1,4 +1,5 @@
 // The fill image: rainbows with their band count, user bitmaps and the eight patterns.
+#include "DemoControls.h"
 #include "DemoPage.h"
 #include "Qxfimage.h"
 
@@ -6,23 +7,11 @@
 #include <QHBoxLayout>
 #include <QMetaEnum>
 #include <QPainter>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
 namespace {
-
-// The colour pairs offered for the rainbows, from and to.
-struct ColourPair {
-    const char* name;
-    TColor from;
-    TColor to;
-};
-constexpr ColourPair colourPairs[] = {
-    {"Green to aqua", 0x00FF00, 0xFFFF00},
-    {"Navy to white", 0x800000, 0xFFFFFF},
-    {"Red to yellow", 0x0000FF, 0x00FFFF},
-    {"Black to grey", 0x000000, 0xC0C0C0},
-};
 
 // The user bitmaps offered for the BITMAP style: a tile, a brush and one too large to draw.
 QImage userBitmap(int index) {
@@ -56,18 +45,18 @@ public:
         const QMetaEnum styles = QMetaEnum::fromType<TFStyle>();
         for (int i = 0; i < styles.keyCount(); ++i)
             m_style->addItem(QLatin1String(styles.key(i)), styles.value(i));
-        m_steps = new QSpinBox;
-        m_steps->setRange(0, 255);
-        m_steps->setPrefix(QStringLiteral("Bands "));
-        m_colours = new QComboBox;
-        for (const ColourPair& pair : colourPairs)
-            m_colours->addItem(QLatin1String(pair.name));
+        m_steps = qxdemo::spin(QStringLiteral("Bands "), 0, 255, 64);
+        m_from = qxdemo::colourButton(QStringLiteral("From"), 0x00FF00,
+                                      [this](TColor c) { m_fill->SetRBFromColor(c); });
+        m_to = qxdemo::colourButton(QStringLiteral("To"), 0xFFFF00,
+                                    [this](TColor c) { m_fill->SetRBToColor(c); });
         m_bitmap = new QComboBox;
         m_bitmap->addItems({QStringLiteral("Bricks 32 × 32 (tiled)"),
                             QStringLiteral("Check 8 × 8 (brush)"),
                             QStringLiteral("300 × 20 (too large: nothing)")});
         for (QWidget* w : {static_cast<QWidget*>(m_style), static_cast<QWidget*>(m_steps),
-                           static_cast<QWidget*>(m_colours), static_cast<QWidget*>(m_bitmap)})
+                           static_cast<QWidget*>(m_from), static_cast<QWidget*>(m_to),
+                           static_cast<QWidget*>(m_bitmap)})
             bar->addWidget(w);
         bar->addStretch(1);
         layout->addLayout(bar);
@@ -78,7 +67,6 @@ public:
 
         connect(m_style, &QComboBox::currentIndexChanged, this, [this]() { apply(); });
         connect(m_steps, &QSpinBox::valueChanged, this, [this]() { apply(); });
-        connect(m_colours, &QComboBox::currentIndexChanged, this, [this]() { apply(); });
         connect(m_bitmap, &QComboBox::currentIndexChanged, this, [this]() { apply(); });
         m_steps->setValue(m_fill->RBSteps());
         m_style->setCurrentIndex(m_style->findData(int(vRAINBOW)));
@@ -88,23 +76,22 @@ public:
 private:
     void apply() {
         const auto style = TFStyle(m_style->currentData().toInt());
-        const ColourPair& pair = colourPairs[std::max(0, m_colours->currentIndex())];
         m_fill->SetRBSteps(std::uint8_t(m_steps->value()));
-        m_fill->SetRBFromColor(pair.from);
-        m_fill->SetRBToColor(pair.to);
         TBitmap bitmap;
         bitmap.SetImage(userBitmap(std::max(0, m_bitmap->currentIndex())));
         m_fill->SetFillBitmap(&bitmap);
         m_fill->SetFillStyle(style);
         const bool rainbow = style == vRAINBOW || style == hRAINBOW;
         m_steps->setEnabled(rainbow);
-        m_colours->setEnabled(rainbow);
+        m_from->setEnabled(rainbow);
+        m_to->setEnabled(rainbow);
         m_bitmap->setEnabled(style == BITMAP);
     }
 
     QComboBox* m_style = nullptr;
     QSpinBox* m_steps = nullptr;
-    QComboBox* m_colours = nullptr;
+    QPushButton* m_from = nullptr;
+    QPushButton* m_to = nullptr;
     QComboBox* m_bitmap = nullptr;
     TQXFillImage* m_fill = nullptr;
 };
