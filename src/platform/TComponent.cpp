@@ -1,5 +1,8 @@
 #include "TComponent.h"
 
+#include "Dialogs.h"
+#include "SysUtils.h"
+
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -136,7 +139,16 @@ void TGraphicControl::paintEvent(QPaintEvent*) {
     m_canvas.SetPalette(palette());
     m_canvas.Font.Assign(*Font());
     m_canvas.Attach(&painter, rect());
-    Paint();
+    try {
+        Paint();
+        m_paintError.clear();
+    } catch (const Exception& e) {
+        // A message box inside a paint event would paint again under it: show it afterwards.
+        if (e.Message() != m_paintError) {
+            m_paintError = e.Message();
+            QTimer::singleShot(0, this, [message = m_paintError]() { ShowMessage(message); });
+        }
+    }
     m_canvas.Detach();
 }
 

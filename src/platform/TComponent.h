@@ -167,11 +167,14 @@ public:
 protected:
     // Draws the control on Canvas; nothing by default.
     virtual void Paint();
-    // Runs Paint() with Canvas on the control.
+    // Runs Paint() with Canvas on the control. An exception from it (a picture that fails to
+    // decode) ends that paint and is shown once as a message after the paint, until a paint
+    // succeeds again.
     void paintEvent(QPaintEvent* e) override;
 
 private:
     TCanvas m_canvas;
+    QString m_paintError;
 };
 
 // A windowed control that paints itself and can take the focus.
