@@ -5,6 +5,7 @@
 #include "QXTools.h"
 #include "SysUtils.h"
 
+#include <QScopeGuard>
 #include <utility>
 
 namespace {
@@ -97,6 +98,8 @@ TRect TQXImage::DestRect() {
 
 void TQXImage::Paint() {
     const bool wasDrawing = std::exchange(m_drawing, true);
+    // A picture can fail to decode while it is drawn.
+    const auto restore = qScopeGuard([&]() { m_drawing = wasDrawing; });
     if (m_screen.size() != size()) {
         m_screen = QImage(size(), QImage::Format_RGB32);
         m_screen.fill(TColorToQColor(Color(), &palette()));
@@ -115,7 +118,6 @@ void TQXImage::Paint() {
         c->Rectangle(0, 0, Width(), Height());
     }
     TGraphicControl::Canvas()->DrawImage(ClientRect(), m_screen);
-    m_drawing = wasDrawing;
 }
 
 void TQXImage::PictureChanged() {

@@ -48,6 +48,11 @@ const QByteArray redGif("GIF89a\x01\x00\x01\x00\x80\x00\x00\xff\x00\x00\x00\x00\
                         ",\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00;",
                         35);
 
+// A GIF without a colour table: it loads, and fails when it is first drawn.
+const QByteArray tablelessGif("GIF89a\x01\x00\x01\x00\x00\x00\x00"
+                              ",\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00;",
+                              29);
+
 } // namespace
 
 TEST(Image, StretchFitsProportionallyAndCentres) {
@@ -214,4 +219,29 @@ TEST(Image, APaletteChangeIsTakenNoteOfOnlyWhileShown) {
     QCoreApplication::processEvents();
     image.SetAutoSize(false);
     EXPECT_FALSE(graphic->PaletteModified());
+}
+
+TEST(Image, APictureFailingToDecodeIsReportedOnceAfterThePaint) {
+    qxtest::TempDir dir;
+    qxtest::DialogRecorder dialogs;
+    TQXImage image;
+    image.SetColor(clBlue);
+    image.Picture()->LoadFromFile(dir.write(QStringLiteral("tableless.gif"), tablelessGif));
+    TPaintCounter counter;
+    image.installEventFilter(&counter);
+    image.show();
+    QCoreApplication::processEvents();
+    image.repaint();
+    image.repaint();
+    EXPECT_GE(counter.paints, 2);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(dialogs.requests.size(), 1);
+    EXPECT_TRUE(dialogs.texts()[0].contains(QStringLiteral("color table")))
+        << dialogs.texts()[0].toStdString();
+
+    // The control goes on: a new picture is painted, without a message.
+    setBitmap(image, 105, 105, clRed);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(qxtest::pixelBGR(image.ScreenImage(), 50, 50), int(clRed));
+    EXPECT_EQ(dialogs.requests.size(), 1);
 }
