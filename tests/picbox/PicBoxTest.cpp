@@ -565,6 +565,13 @@ TEST(PicBox, SaveToBmpCopiesConvertsIconsAndExplainsWhatItCannotDo) {
                                             cannot, cannot, cannot}));
     EXPECT_FALSE(QFile::exists(dir.file(QStringLiteral("b.bmp"))));
     EXPECT_FALSE(QFile::exists(dir.file(QStringLiteral("c.bmp"))));
+
+    // A converted icon that cannot be written says where it should have gone.
+    dialogs.requests.clear();
+    const QString nowhere = dir.file(QStringLiteral("no/such/dir/icon.bmp"));
+    box.SaveToBMP(ico, nowhere);
+    EXPECT_EQ(dialogs.texts(),
+              QStringList{QStringLiteral("Fehler beim Speichern von \"%1\"").arg(nowhere)});
 }
 
 TEST(PicBox, PatternEditorChoosesADirectoryAndAddsTheMask) {
