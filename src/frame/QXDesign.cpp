@@ -1,6 +1,11 @@
 #include "QXDesign.h"
 
+#include "QXTools.h"
+
+#include <QFile>
+#include <QFileInfo>
 #include <QMap>
+#include <QPixmap>
 #include <QVariant>
 
 TPropertyEditor::TPropertyEditor(QList<QObject*> selection, QByteArray propertyName)
@@ -48,6 +53,21 @@ void TStringProperty::SetValue(const QString& value) {
 
 // ---------------------------------------------------------------------------------------------
 
+namespace {
+
+// Whether the component is of the class or derives from it; the framework's TControl stands
+// for every widget, since every control of the library is one.
+bool isA(const QObject* component, const QString& className) {
+    if (className == QLatin1String("TControl") && component->isWidgetType())
+        return true;
+    for (const QMetaObject* mo = component->metaObject(); mo; mo = mo->superClass())
+        if (className == QLatin1String(mo->className()))
+            return true;
+    return false;
+}
+
+} // namespace
+
 TPaletteRegistry& TPaletteRegistry::Instance() {
     static TPaletteRegistry registry;
     return registry;
@@ -83,13 +103,39 @@ const TEditorRegistration* TPaletteRegistry::EditorFor(const QObject* component,
     for (auto it = m_editors.crbegin(); it != m_editors.crend(); ++it) {
         if (it->PropertyName.compare(propertyName, Qt::CaseInsensitive) != 0)
             continue;
-        if (it->ComponentClass.isEmpty())
+        if (it->ComponentClass.isEmpty() || isA(component, it->ComponentClass))
             return &*it;
-        for (const QMetaObject* mo = component->metaObject(); mo; mo = mo->superClass())
-            if (it->ComponentClass == QLatin1String(mo->className()))
-                return &*it;
     }
     return nullptr;
+}
+
+QList<const TEditorRegistration*> TPaletteRegistry::EditorsFor(const QObject* component) const {
+    QList<const TEditorRegistration*> out;
+    if (!component)
+        return out;
+    QStringList seen;
+    for (const auto& reg : m_editors) {
+        if (seen.contains(reg.PropertyName, Qt::CaseInsensitive))
+            continue;
+        seen << reg.PropertyName;
+        const TEditorRegistration* editor = EditorFor(component, reg.PropertyName);
+        if (!editor)
+            continue;
+        if (editor->ComponentClass.isEmpty() &&
+            component->metaObject()->indexOfProperty(qPrintable(editor->PropertyName)) < 0)
+            continue;
+        out << editor;
+    }
+    return out;
+}
+
+QString TPaletteRegistry::PageOf(const QString& className) const {
+    QString page;
+    for (const auto& call : m_components)
+        for (const auto& c : call.Classes)
+            if (c.Name == className && (page.isEmpty() || page == QLatin1String(QXPalettePage)))
+                page = call.Page;
+    return page;
 }
 
 void TPaletteRegistry::Clear() {
@@ -143,4 +189,22 @@ const TPropertyEditorClass* FindEditorClass(const QString& name) {
     const auto& c = editorCatalogue();
     const auto it = c.constFind(name);
     return it == c.cend() ? nullptr : &*it;
+}
+
+QString QXModuleOfSource(const char* fileName) {
+    return QFileInfo(QString::fromLocal8Bit(fileName)).completeBaseName();
+}
+
+QString QXPaletteBitmap(const QString& className, int size) {
+    return QStringLiteral(":/qxtools/palette/%1/%2").arg(size).arg(className.toUpper());
+}
+
+QIcon QXPaletteIcon(const QString& className) {
+    QIcon icon;
+    for (const int size : {22, 44}) {
+        const QString name = QXPaletteBitmap(className, size);
+        if (QFile::exists(name))
+            icon.addPixmap(QPixmap(name));
+    }
+    return icon;
 }

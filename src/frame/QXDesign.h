@@ -7,15 +7,16 @@
 #include "TSet.h"
 
 #include <QByteArray>
+#include <QIcon>
 #include <QList>
 #include <QMetaObject>
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <functional>
-#include <type_traits>
-
 #include <QWidget>
+#include <functional>
+#include <source_location>
+#include <type_traits>
 
 enum TPropertyAttribute {
     paValueList,
@@ -84,6 +85,8 @@ struct TComponentClass {
     std::function<QObject*(QWidget* parent)> Create;
     // Whether instances are widgets (controls) or plain components.
     bool IsWidget = false;
+    // The module that registered the class ("QXGauge"); its public header is Module + ".h".
+    QString Module;
 };
 
 // A property editor class: its name and how to make one for a selection and property.
@@ -129,9 +132,16 @@ public:
     // The pages in order of first use.
     QStringList Pages() const;
     // The editor registered last for the property of this component (by class or a base
-    // class), or nullptr.
+    // class; "TControl" stands for every widget), or nullptr.
     const TEditorRegistration* EditorFor(const QObject* component,
                                          const QString& propertyName) const;
+    // Every property of this component that has an editor, in the order of first registration,
+    // each with the editor EditorFor gives. A registration for any class counts only where
+    // the component has the property.
+    QList<const TEditorRegistration*> EditorsFor(const QObject* component) const;
+    // The page a class shows on: a page besides the package's "QX Tools" when one was given to
+    // it (the picture clip's "QX-Werk"), else "QX Tools"; empty when it is not registered.
+    QString PageOf(const QString& className) const;
     // Forgets every registration.
     void Clear();
 
@@ -154,9 +164,21 @@ QXT_EXPORT bool RegisterClass(const TComponentClass& componentClass);
 QXT_EXPORT bool RegisterEditorClass(const TPropertyEditorClass& editorClass);
 QXT_EXPORT const TComponentClass* FindComponentClass(const QString& name);
 QXT_EXPORT const TPropertyEditorClass* FindEditorClass(const QString& name);
+// The module a source file belongs to: its name without directory and extension.
+QXT_EXPORT QString QXModuleOfSource(const char* fileName);
 
-template <typename T> TComponentClass ComponentClassOf() {
+// A widget class's palette picture at 22 and 44 pixels (the resources
+// ":/qxtools/palette/<size>/<CLASS NAME IN UPPER CASE>"); a null icon when it has none.
+QXT_EXPORT QIcon QXPaletteIcon(const QString& className);
+// The resource name of one size of a class's palette picture.
+QXT_EXPORT QString QXPaletteBitmap(const QString& className, int size);
+
+// The class as the catalogue keeps it; called where the module registers its class, whose file
+// name gives the module.
+template <typename T>
+TComponentClass ComponentClassOf(std::source_location where = std::source_location::current()) {
     TComponentClass c;
+    c.Module = QXModuleOfSource(where.file_name());
     c.Name = QString::fromLatin1(T::staticMetaObject.className());
     c.MetaObject = &T::staticMetaObject;
     c.IsWidget = std::is_base_of_v<QWidget, T>;
