@@ -1,5 +1,6 @@
 #include "QXAbout.h"
 
+#include "Dialogs.h"
 #include "QxutilText.h"
 
 #include <QApplication>
@@ -172,5 +173,5 @@ std::unique_ptr<TfrmQXTVersion> TQXAboutProperty::CreateDialog() const {
 }
 
 void TQXAboutProperty::Edit() {
-    CreateDialog()->exec();
+    ShowModalForm(CreateDialog().get());
 }
