@@ -1,80 +1,78 @@
 #include "QXDesignerPlugin.h"
 
-#include "QXAbout.h"
+#include "QXTaskMenu.h"
 #include "QXTools.h"
+#include "QXWidgetTexts.h"
 #include "TComponent.h"
 
-#include <QAction>
 #include <QDesignerFormEditorInterface>
 #include <QExtensionManager>
-#include <QPixmap>
+#include <memory>
 
-QXWidgetEntry::QXWidgetEntry(TComponentClass cls, QObject* parent)
-    : QObject(parent), m_class(std::move(cls)) {}
+namespace {
 
-QString QXWidgetEntry::group() const {
-    return QLatin1String(QXPalettePage);
-}
-
-QString QXWidgetEntry::includeFile() const {
-    // Headers are named after the module, which is the class name without its "T".
-    return QStringLiteral("qxtools/%1.h").arg(m_class.Name.mid(1));
-}
-
-QIcon QXWidgetEntry::icon() const {
-    return QIcon(QPixmap::fromImage(QXProgramPicture(22)));
-}
-
-QWidget* QXWidgetEntry::createWidget(QWidget* parent) {
-    QObject* obj = m_class.Create(parent);
+// A component made for the form editor: it knows it is being designed.
+QWidget* createDesigning(const TComponentClass& cls, QWidget* parent) {
+    QObject* obj = cls.Create(parent);
     if (auto* c = dynamic_cast<TComponentBase*>(obj))
         c->SetDesigning(true);
     return qobject_cast<QWidget*>(obj);
+}
+
+} // namespace
+
+QXWidgetEntry::QXWidgetEntry(TComponentClass cls, QString page, QObject* parent)
+    : QObject(parent), m_class(std::move(cls)), m_page(std::move(page)) {}
+
+QString QXWidgetEntry::toolTip() const {
+    return QXWidgetTextsOf(m_class.Name).ToolTip;
+}
+
+QString QXWidgetEntry::whatsThis() const {
+    return QXWidgetTextsOf(m_class.Name).WhatsThis;
+}
+
+QString QXWidgetEntry::includeFile() const {
+    return QStringLiteral("qxtools/%1.h").arg(m_class.Module);
+}
+
+QIcon QXWidgetEntry::icon() const {
+    return QXPaletteIcon(m_class.Name);
+}
+
+QString QXWidgetEntry::domXml() const {
+    const std::unique_ptr<QWidget> sample(createDesigning(m_class, nullptr));
+    const QSize size = sample ? sample->sizeHint() : QSize();
+    // Named as the framework names a first instance: the class without its "T", then 1.
+    return QStringLiteral("<ui language=\"c++\"><widget class=\"%1\" name=\"%2\">"
+                          "<property name=\"geometry\"><rect><x>0</x><y>0</y>"
+                          "<width>%3</width><height>%4</height></rect></property>"
+                          "</widget></ui>")
+        .arg(m_class.Name, m_class.Name.mid(1) + QLatin1Char('1'))
+        .arg(size.width())
+        .arg(size.height());
+}
+
+QWidget* QXWidgetEntry::createWidget(QWidget* parent) {
+    return createDesigning(m_class, parent);
 }
 
 void QXWidgetEntry::initialize(QDesignerFormEditorInterface* core) {
     if (m_initialized)
         return;
     m_initialized = true;
-    if (QExtensionManager* manager = core->extensionManager())
-        manager->registerExtensions(new QXAboutTaskMenuFactory(manager),
+    // One factory serves all entries; the first entry Designer initialises installs it.
+    QExtensionManager* manager = core->extensionManager();
+    if (manager && !manager->findChild<QXTaskMenuFactory*>())
+        manager->registerExtensions(new QXTaskMenuFactory(manager),
                                     Q_TYPEID(QDesignerTaskMenuExtension));
-}
-
-QXAboutTaskMenu::QXAboutTaskMenu(QObject* component, QObject* parent)
-    : QObject(parent), m_component(component),
-      m_about(new QAction(QStringLiteral("About QXTools..."), this)) {
-    connect(m_about, &QAction::triggered, this, [this]() {
-        if (const TEditorRegistration* reg = TPaletteRegistry::Instance().EditorFor(
-                m_component, QStringLiteral("About_QXTools"))) {
-            std::unique_ptr<TPropertyEditor> editor(
-                reg->Editor.Create({m_component}, "About_QXTools"));
-            editor->Edit();
-        }
-    });
-}
-
-QAction* QXAboutTaskMenu::preferredEditAction() const {
-    return m_about;
-}
-
-QList<QAction*> QXAboutTaskMenu::taskActions() const {
-    return {m_about};
-}
-
-QObject* QXAboutTaskMenuFactory::createExtension(QObject* object, const QString& iid,
-                                                 QObject* parent) const {
-    if (iid != QLatin1String(Q_TYPEID(QDesignerTaskMenuExtension)))
-        return nullptr;
-    if (object->metaObject()->indexOfProperty("About_QXTools") < 0)
-        return nullptr;
-    return new QXAboutTaskMenu(object, parent);
 }
 
 QXDesignerPlugin::QXDesignerPlugin(QObject* parent) : QObject(parent) {
     QXTools::Register();
-    for (const QString& page : TPaletteRegistry::Instance().Pages())
-        for (const TComponentClass& c : TPaletteRegistry::Instance().ClassesOnPage(page))
-            if (c.IsWidget)
-                m_widgets << new QXWidgetEntry(c, this);
+    const TPaletteRegistry& registry = TPaletteRegistry::Instance();
+    for (const QString& page : registry.Pages())
+        for (const TComponentClass& c : registry.ClassesOnPage(page))
+            if (c.IsWidget && registry.PageOf(c.Name) == page)
+                m_widgets << new QXWidgetEntry(c, page, this);
 }

@@ -2,26 +2,26 @@
 
 #include "QXDesign.h"
 
-#include <QDesignerTaskMenuExtension>
-#include <QExtensionFactory>
 #include <QtPlugin>
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
-
-class QAction;
 
 // One widget class of the palette as Designer sees it.
 class QXWidgetEntry : public QObject, public QDesignerCustomWidgetInterface {
     Q_OBJECT
     Q_INTERFACES(QDesignerCustomWidgetInterface)
 public:
-    QXWidgetEntry(TComponentClass cls, QObject* parent);
+    QXWidgetEntry(TComponentClass cls, QString page, QObject* parent);
     QString name() const override { return m_class.Name; }
-    QString group() const override;
-    QString toolTip() const override { return m_class.Name; }
-    QString whatsThis() const override { return m_class.Name; }
+    // The palette page the class was registered on.
+    QString group() const override { return m_page; }
+    QString toolTip() const override;
+    QString whatsThis() const override;
+    // The installed header of the module that holds the class.
     QString includeFile() const override;
     QIcon icon() const override;
+    // A new instance takes the control's own default size.
+    QString domXml() const override;
     bool isContainer() const override { return false; }
     QWidget* createWidget(QWidget* parent) override;
     bool isInitialized() const override { return m_initialized; }
@@ -29,33 +29,11 @@ public:
 
 private:
     TComponentClass m_class;
+    QString m_page;
     bool m_initialized = false;
 };
 
-// The "About QXTools..." entry of a component's task menu.
-class QXAboutTaskMenu : public QObject, public QDesignerTaskMenuExtension {
-    Q_OBJECT
-    Q_INTERFACES(QDesignerTaskMenuExtension)
-public:
-    QXAboutTaskMenu(QObject* component, QObject* parent);
-    QAction* preferredEditAction() const override;
-    QList<QAction*> taskActions() const override;
-
-private:
-    QObject* m_component;
-    QAction* m_about;
-};
-
-class QXAboutTaskMenuFactory : public QExtensionFactory {
-    Q_OBJECT
-public:
-    using QExtensionFactory::QExtensionFactory;
-
-protected:
-    QObject* createExtension(QObject* object, const QString& iid, QObject* parent) const override;
-};
-
-// The collection Designer loads.
+// The collection Designer loads: every widget class the package registers.
 class QXDesignerPlugin : public QObject, public QDesignerCustomWidgetCollectionInterface {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "org.qt-project.Qt.QDesignerCustomWidgetCollectionInterface")
