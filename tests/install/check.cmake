@@ -118,7 +118,51 @@ endforeach()
 if(DESIGNER)
   file(GLOB plugin ${prefix}/lib*/qt6/plugins/designer/*.so)
   run_clean(QT_QPA_PLATFORM=offscreen ${WORK_DIR}/build/pluginload ${plugin})
-  if(rc OR NOT out MATCHES "^QX Tools TQX")
+  if(rc OR NOT out MATCHES "^QX Tools[|]TQX")
     message(FATAL_ERROR "the installed Designer plugin did not load: exit ${rc}, '${out}' '${err}'")
+  endif()
+  # Every entry names a header the prefix holds and has its picture at both sizes; what
+  # Designer's widget box must show is page, class and default size of each.
+  string(REGEX REPLACE "\n$" "" entries "${out}")
+  string(REPLACE "\n" ";" entries "${entries}")
+  set(expected_box "")
+  foreach(entry IN LISTS entries)
+    string(REPLACE "|" ";" fields "${entry}")
+    list(GET fields 0 page)
+    list(GET fields 1 class)
+    list(GET fields 2 header)
+    list(GET fields 3 sizes)
+    list(GET fields 4 size)
+    if(NOT EXISTS ${prefix}/include/${header})
+      message(FATAL_ERROR "${class}: its include file ${header} is not installed")
+    endif()
+    if(NOT sizes STREQUAL "22x22,44x44")
+      message(FATAL_ERROR "${class}: palette picture sizes '${sizes}', not 22 and 44 pixels")
+    endif()
+    string(APPEND expected_box "${page}|${class}|${size}\n")
+  endforeach()
+
+  # A real Designer session on a virtual X screen, with the installed plugin and the probe
+  # plugin that reports Designer's widget box and takes the screenshot
+  # (designer-widgetbox.png, kept here for looking at).
+  find_program(designer_program designer PATHS /usr/lib/qt6/bin NO_DEFAULT_PATH REQUIRED)
+  file(WRITE ${WORK_DIR}/home/.config/QtProject/Designer.conf
+       "[newFormDialog]\nShowOnStartup=false\n")
+  get_filename_component(plugin_dir ${plugin} DIRECTORY)
+  get_filename_component(plugin_dir ${plugin_dir} DIRECTORY)
+  run_clean(QT_PLUGIN_PATH=${plugin_dir}:${WORK_DIR}/build/probe-plugins
+            QX_PROBE_REPORT=${WORK_DIR}/widgetbox.txt
+            QX_PROBE_SHOT=${WORK_DIR}/designer-widgetbox.png
+            timeout 180 xvfb-run -a -s "-screen 0 1280x1024x24" ${designer_program})
+  if(rc)
+    message(FATAL_ERROR "Designer under Xvfb: exit ${rc}, '${out}' '${err}'")
+  endif()
+  file(READ ${WORK_DIR}/widgetbox.txt box)
+  if(NOT box STREQUAL expected_box)
+    message(FATAL_ERROR "Designer's widget box holds\n${box}instead of\n${expected_box}")
+  endif()
+  file(SIZE ${WORK_DIR}/designer-widgetbox.png shot_size)
+  if(shot_size LESS 2000)
+    message(FATAL_ERROR "the widget box screenshot has only ${shot_size} bytes")
   endif()
 endif()
