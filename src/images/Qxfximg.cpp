@@ -169,7 +169,7 @@ void TQXFxImage::INITPoints(TCanvas* Canvas) {
 }
 
 void TQXFxImage::ShufflePoints() {
-    QRandomGenerator random(quint32(QDateTime::currentMSecsSinceEpoch()));
+    QRandomGenerator random{quint32(QDateTime::currentMSecsSinceEpoch())};
     for (int i = 0; i < m_count; ++i) {
         const int j = int(random.generateDouble() * m_count);
         std::swap(m_points[std::size_t(i)], m_points[std::size_t(j)]);
