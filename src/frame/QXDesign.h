@@ -15,7 +15,6 @@
 #include <QStringList>
 #include <QWidget>
 #include <functional>
-#include <source_location>
 #include <type_traits>
 
 enum TPropertyAttribute {
@@ -174,11 +173,11 @@ QXT_EXPORT QIcon QXPaletteIcon(const QString& className);
 QXT_EXPORT QString QXPaletteBitmap(const QString& className, int size);
 
 // The class as the catalogue keeps it; called where the module registers its class, whose file
-// name gives the module.
-template <typename T>
-TComponentClass ComponentClassOf(std::source_location where = std::source_location::current()) {
+// name gives the module. __builtin_FILE() rather than std::source_location: clang 14, Debian 12's,
+// has no std::source_location with libstdc++ 12.
+template <typename T> TComponentClass ComponentClassOf(const char* whereFile = __builtin_FILE()) {
     TComponentClass c;
-    c.Module = QXModuleOfSource(where.file_name());
+    c.Module = QXModuleOfSource(whereFile);
     c.Name = QString::fromLatin1(T::staticMetaObject.className());
     c.MetaObject = &T::staticMetaObject;
     c.IsWidget = std::is_base_of_v<QWidget, T>;
