@@ -42,7 +42,7 @@ void TQXFind::Execute() {
         OnExecute(this);
     emit started();
     m_stop = false;
-    m_eventClock.invalidate();
+    m_events.Reset();
     ReadDisk(m_startPath);
     m_stop = false;
     if (OnFinished)
@@ -68,7 +68,7 @@ void TQXFind::ReadDisk(const QString& Path) {
     auto listing = std::make_shared<const TDirListing>(Path);
     if (m_subdirs) {
         for (int i = 0; i < listing->Count() && !m_stop; ++i) {
-            letEventsRun();
+            m_events.Spend();
             // ".", ".." and hidden directories are not entered.
             if (listing->Name(i).startsWith(QLatin1Char('.')))
                 continue;
@@ -88,7 +88,7 @@ void TQXFind::ReadDisk(const QString& Path) {
     if (!m_pattern.contains(QLatin1Char(';'))) {
         for (int rc = FindFirst(listing, m_pattern, faAnyFile, sr); rc == 0 && !m_stop;
              rc = FindNext(sr)) {
-            letEventsRun();
+            m_events.Spend();
             if (isDotEntry(sr) || sr.Attr == faDirectory) {
                 notFindFile(sr, Path);
                 continue;
@@ -101,7 +101,7 @@ void TQXFind::ReadDisk(const QString& Path) {
              rc = FindNext(sr)) {
             if (isDotEntry(sr) || sr.Attr == faDirectory)
                 continue;
-            letEventsRun();
+            m_events.Spend();
             if (!qxtIsMatch(sr.Name.toUpper(), m_pattern)) {
                 notFindFile(sr, Path);
                 continue;
@@ -111,15 +111,6 @@ void TQXFind::ReadDisk(const QString& Path) {
         }
     }
     FindClose(sr);
-}
-
-void TQXFind::letEventsRun() {
-    // Pending events run every few milliseconds, which keeps an interface live (and lets it
-    // call BreakScan) without a pass through the event loop for every entry.
-    if (m_eventClock.isValid() && !m_eventClock.hasExpired(kEventIntervalMs))
-        return;
-    TApplication::ProcessMessages();
-    m_eventClock.start();
 }
 
 void TQXFind::change(const QString& path) {

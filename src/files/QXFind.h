@@ -1,11 +1,11 @@
 #pragma once
 
+#include "Application.h"
 #include "FindFile.h"
 #include "QXAboutString.h"
 #include "QXExport.h"
 #include "TComponent.h"
 
-#include <QElapsedTimer>
 #include <QString>
 #include <functional>
 
@@ -74,9 +74,6 @@ private:
     // Counts a matching file and reports it; false when the search must end instead.
     bool reportFile(const TSearchRec& rec, const QString& path);
     void notFindFile(const TSearchRec& rec, const QString& path);
-    // Lets pending events run when the last time is kEventIntervalMs ago.
-    void letEventsRun();
-    static constexpr qint64 kEventIntervalMs = 5;
 
     bool m_stop = false;
     int m_dirCount = 0;
@@ -85,7 +82,8 @@ private:
     QString m_startPath;
     bool m_subdirs = false;
     QString m_volumeName;
-    QElapsedTimer m_eventClock;
+    // Pending events run on a time budget, not for every entry.
+    TEventBudget m_events;
 };
 
 namespace QXFind {

@@ -60,6 +60,14 @@ void TApplication::ProcessMessages() {
     QCoreApplication::processEvents(QEventLoop::AllEvents);
 }
 
+bool TEventBudget::Spend() {
+    if (m_clock.isValid() && !m_clock.hasExpired(kIntervalMs))
+        return false;
+    TApplication::ProcessMessages();
+    m_clock.start();
+    return true;
+}
+
 QString TApplication::ExeName() {
     return QCoreApplication::applicationFilePath();
 }

@@ -3,6 +3,7 @@
 #include "QXExport.h"
 
 #include <QCursor>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPoint>
 #include <QString>
@@ -47,6 +48,21 @@ constexpr TCursor crSizeAll = -22;
 
 // The Qt cursor shown for a framework cursor number.
 QXT_EXPORT QCursor CursorToQCursor(TCursor cursor);
+
+// Lets pending events run at most every few milliseconds: often enough to keep an interface live
+// (and let it cancel) during a long loop, without a pass through the event loop for every step.
+class QXT_EXPORT TEventBudget {
+public:
+    // Runs pending events when the last run is kIntervalMs or more ago, or there was none yet;
+    // whether they ran.
+    bool Spend();
+    // Forgets the last run, so the next Spend runs the events.
+    void Reset() { m_clock.invalidate(); }
+
+private:
+    static constexpr qint64 kIntervalMs = 5;
+    QElapsedTimer m_clock;
+};
 
 // The application object's services for components.
 class QXT_EXPORT TApplication : public QObject {

@@ -5,7 +5,6 @@
 #include "QxutilFiles.h"
 #include "SysUtils.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <mspack.h>
@@ -68,25 +67,7 @@ qint64 lzCopy(const QString& source, const QString& dest) {
     return result;
 }
 
-// Lets pending events run every few milliseconds: often enough for a live interface, without
-// a pass through the event loop for every entry of a large tree.
-class EventBudget {
-public:
-    // Whether the events ran.
-    bool Spend() {
-        if (m_clock.isValid() && !m_clock.hasExpired(kIntervalMs))
-            return false;
-        TApplication::ProcessMessages();
-        m_clock.start();
-        return true;
-    }
-
-private:
-    static constexpr qint64 kIntervalMs = 5;
-    QElapsedTimer m_clock;
-};
-
-bool killPath(const QString& Path, EventBudget& events) {
+bool killPath(const QString& Path, TEventBudget& events) {
     bool result = true;
     const QString P = qxtCheckPath(Path);
     const bool driveRoot = IsDriveRoot(P);
@@ -195,7 +176,7 @@ bool qxtCopyDir(QString Source, QString Dest) {
 }
 
 bool qxtKillPath(const QString& Path) {
-    EventBudget events;
+    TEventBudget events;
     return killPath(Path, events);
 }
 
