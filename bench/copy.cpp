@@ -5,6 +5,7 @@
 // Beside the wall time, "cpu" is the processor time (user + system) of one copy, cp's included,
 // which on a loaded machine compares the two better than the wall time.
 
+#include "BenchSupport.h"
 #include "Dialogs.h"
 #include "QXGauge.h"
 #include "Qxcopy.h"
@@ -22,6 +23,8 @@
 #include <vector>
 
 namespace {
+
+using qxbench::cpuNow;
 
 constexpr qint64 kLargeSize = qint64(512) << 20;
 constexpr int kSmallFiles = 10'000;
@@ -69,17 +72,6 @@ bool makeSources() {
         g_smallBytes += size;
     }
     return true;
-}
-
-double cpuNow() {
-    const auto seconds = [](const timeval& t) { return double(t.tv_sec) + t.tv_usec * 1e-6; };
-    double total = 0;
-    for (const int who : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
-        rusage usage{};
-        ::getrusage(who, &usage);
-        total += seconds(usage.ru_utime) + seconds(usage.ru_stime);
-    }
-    return total;
 }
 
 // Adds the processor time of its lifetime to a sum.

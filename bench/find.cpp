@@ -3,6 +3,7 @@
 // and sizes it with the library's counters, and deletes trees of 10,000 files with qxtKillPath
 // and rm(1). The counters and qxtKillPath run beside the walks that read every directory twice.
 
+#include "BenchSupport.h"
 #include "QXFind.h"
 #include "QxutilFiles.h"
 #include "TwoReadingWalks.h"
@@ -10,16 +11,18 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
+
+using qxbench::countLines;
+using qxbench::CpuCounter;
+using qxbench::cpuNow;
 
 constexpr int kTop = 100, kSub = 10, kFiles = 100;
 constexpr long kTotal = long(kTop) * kSub * kFiles;
@@ -51,34 +54,6 @@ bool buildTree(const std::string& root, int topDirs = kTop) {
     }
     return true;
 }
-
-double cpuSeconds(int who) {
-    rusage usage{};
-    getrusage(who, &usage);
-    const auto seconds = [](const timeval& t) { return double(t.tv_sec) + t.tv_usec * 1e-6; };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-double cpuNow() {
-    return cpuSeconds(RUSAGE_SELF) + cpuSeconds(RUSAGE_CHILDREN);
-}
-
-// The processor time of this process and of the programs it ran (user + system), per walk, as
-// "cpu": on a loaded machine it compares the walkers where wall time mostly measures waiting.
-class CpuCounter {
-public:
-    explicit CpuCounter(benchmark::State& state) : m_state(state), m_start(cpuNow()) {}
-    ~CpuCounter() {
-        m_state.counters["cpu"] =
-            benchmark::Counter(cpuNow() - m_start, benchmark::Counter::kAvgIterations);
-    }
-    CpuCounter(const CpuCounter&) = delete;
-    CpuCounter& operator=(const CpuCounter&) = delete;
-
-private:
-    benchmark::State& m_state;
-    double m_start;
-};
 
 void reportFiles(benchmark::State& state, long files) {
     if (files != kTotal)
@@ -117,20 +92,6 @@ void BM_TQXFindPatternList(benchmark::State& state) {
         files = find.FileCount();
     }
     reportFiles(state, files);
-}
-
-long countLines(const std::string& command) {
-    FILE* p = ::popen(command.c_str(), "r");
-    if (!p)
-        return -1;
-    long lines = 0;
-    char buffer[65536];
-    size_t n = 0;
-    while ((n = std::fread(buffer, 1, sizeof buffer, p)) > 0)
-        for (size_t i = 0; i < n; ++i)
-            lines += buffer[i] == '\n';
-    ::pclose(p);
-    return lines;
 }
 
 // Names only: find takes the entry types from the directory listing.

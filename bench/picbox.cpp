@@ -2,6 +2,7 @@
 // from Active to the first screen of thumbnails painted, and the whole scan beside find(1)
 // reading the size and time of every file of the same directory.
 
+#include "BenchSupport.h"
 #include "GifBuilder.h"
 #include "Qxpicbox.h"
 
@@ -15,11 +16,11 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 #include <string>
-#include <sys/resource.h>
 
 namespace {
+
+using qxbench::CpuCounter;
 
 constexpr int kFiles = 10000;
 constexpr int kSide = 32;
@@ -82,31 +83,6 @@ std::unique_ptr<TQXPicBox> makeBox(bool shown) {
     }
     return box;
 }
-
-double cpuSeconds(int who) {
-    rusage usage{};
-    getrusage(who, &usage);
-    const auto seconds = [](const timeval& t) { return double(t.tv_sec) + t.tv_usec * 1e-6; };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-// The processor time (user + system, every thread) of this process and of the programs it ran,
-// per iteration, as "cpu": on a loaded machine wall time mostly measures waiting.
-class CpuCounter {
-public:
-    explicit CpuCounter(benchmark::State& state) : m_state(state), m_start(total()) {}
-    ~CpuCounter() {
-        m_state.counters["cpu"] =
-            benchmark::Counter(total() - m_start, benchmark::Counter::kAvgIterations);
-    }
-    CpuCounter(const CpuCounter&) = delete;
-    CpuCounter& operator=(const CpuCounter&) = delete;
-
-private:
-    static double total() { return cpuSeconds(RUSAGE_SELF) + cpuSeconds(RUSAGE_CHILDREN); }
-    benchmark::State& m_state;
-    double m_start;
-};
 
 // Runs the event loop, as a program does, until done is called (at most a minute).
 bool runUntil(const std::function<void(const std::function<void()>& done)>& start) {
@@ -187,18 +163,11 @@ void BM_findWithStat(benchmark::State& state) {
     for (auto _ : state) {
         QElapsedTimer clock;
         clock.start();
-        FILE* p = ::popen(command.c_str(), "r");
-        if (!p) {
+        lines = qxbench::countLines(command);
+        if (lines < 0) {
             state.SkipWithError("cannot run find");
             break;
         }
-        lines = 0;
-        char buffer[65536];
-        size_t n = 0;
-        while ((n = std::fread(buffer, 1, sizeof buffer, p)) > 0)
-            for (size_t i = 0; i < n; ++i)
-                lines += buffer[i] == '\n';
-        ::pclose(p);
         state.SetIterationTime(double(clock.nsecsElapsed()) * 1e-9);
     }
     if (lines != kFiles)
