@@ -24,11 +24,20 @@ public:
 // of a directory's last component with its TDirInfo as the line's object. As the list has always
 // been built, the walk stops one file short of the end: a single file yields no directory, and
 // a last file that is alone in its directory (after sorting) is left out.
+//
+// Example, the files a search found counted per directory:
+//
+//     TQXDirList dirs;
+//     dirs.SetFileListStrings(found);
+//     dirs.Update();
+//     for (int i = 0; i < dirs.DirList()->Count(); ++i)
+//         qDebug() << dirs.DirList()->Strings(i) << dirs.GetFiles(i)->Count();
 class QXT_EXPORT TQXDirList : public TComponent {
     Q_OBJECT
     Q_PROPERTY(QStringList FileList READ FileListStrings WRITE SetFileListStrings)
     Q_PROPERTY(QStringList DirList READ DirListStrings)
 public:
+    // Empty lists.
     explicit TQXDirList(QObject* owner = nullptr);
     // Frees the TDirInfo objects DirList still holds.
     ~TQXDirList() override;
@@ -47,6 +56,7 @@ public:
     // The file names of the directory on line Index of DirList.
     TStringList* GetFiles(int Index);
 
+    // FileList and DirList as plain text lists, for forms and Designer.
     QStringList FileListStrings() const { return m_fileList.ToStringList(); }
     void SetFileListStrings(const QStringList& value) { m_fileList.SetStringList(value); }
     QStringList DirListStrings() const { return m_dirList.ToStringList(); }

@@ -24,6 +24,16 @@ using NotFindFileEvent = FindFileEvent;
 // grows after a subdirectory has been searched. Hidden directories (names starting with ".") are
 // not entered, and links are never followed. The search runs on the calling thread and lets
 // pending events run every few milliseconds.
+//
+// Example, every text file below a directory:
+//
+//     TQXFind find;
+//     find.SetStartPath(QStringLiteral("/home/me/Briefe"));
+//     find.SetFilePattern(QStringLiteral("*.txt"));
+//     find.SetSubdirs(true);
+//     find.OnFindFile = [&files](QObject*, const TSearchRec& file, const QString& dir,
+//                                const QString&) { files << dir + file.Name; };
+//     find.Execute();
 class QXT_EXPORT TQXFind : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -31,6 +41,7 @@ class QXT_EXPORT TQXFind : public TComponent, public TQXAboutCarrier {
     Q_PROPERTY(bool Subdirs READ Subdirs WRITE SetSubdirs)
     Q_PROPERTY(QString StartPath READ StartPath WRITE SetStartPath)
 public:
+    // A search for "*.*" in "/", without the subdirectories.
     explicit TQXFind(QObject* owner = nullptr);
     ~TQXFind() override;
 
@@ -55,10 +66,15 @@ public:
     int DirCount() const { return m_dirCount; }
     int FileCount() const { return m_fileCount; }
 
+    // Called with the running counts for every matching file and after every subdirectory.
     ChangeEvent OnChange;
+    // Called when Execute starts and when it ends.
     TNotifyEvent OnExecute;
     TNotifyEvent OnFinished;
+    // Called for every matching file.
     FindFileEvent OnFindFile;
+    // Called for the entries passed over: with one mask the directories it matches ("." and ".."
+    // among them), with several masks the files matching none of them.
     NotFindFileEvent OnNotFindFile;
 
 signals:

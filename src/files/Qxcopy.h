@@ -44,6 +44,13 @@ using HilfsEvent = std::function<void(QObject* Sender, int Files, const QString&
 // its close box, each after the question "Kopiervorgang abbrechen ?"), and so does CancelCopy();
 // a running copy stops after its current block. A run refuses to start while the flag is set;
 // a new TQXCopy or ClearCancel() clears it.
+//
+// Example, the text files of a directory copied with the progress window:
+//
+//     auto* copy = new TQXCopy(window);
+//     copy->SetCopyDate(true);
+//     if (!copy->CopyFile(QStringLiteral("/data/*.txt"), QStringLiteral("/backup/"), true))
+//         return; // the user has been told why
 class QXT_EXPORT TQXCopy : public TComponent, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -61,6 +68,8 @@ class QXT_EXPORT TQXCopy : public TComponent, public TQXAboutCarrier {
     Q_PROPERTY(QString Source READ Source WRITE SetSource)
 
 public:
+    // A copy with 8 KiB blocks that asks before overwriting and shows no window; it clears the
+    // shared cancel flag.
     explicit TQXCopy(QObject* owner = nullptr);
     ~TQXCopy() override;
 
@@ -138,7 +147,9 @@ public:
     // Whether the shared cancel flag is set.
     static bool CopyCancelled();
 
+    // Called before each file of a run is copied.
     HilfsEvent OnChange;
+    // Called when a run starts, with the window (if any) already shown.
     TNotifyEvent OnStart;
     // Called at the end of every run that started, also a failed or cancelled one.
     TNotifyEvent OnEnd;

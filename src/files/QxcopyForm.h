@@ -18,6 +18,7 @@ class TQXGauge;
 class QXT_EXPORT TfrmQXCopy : public TForm {
     Q_OBJECT
 public:
+    // The window with both gauges, titled "Kopiere Dateien...", modal to its parent if it has one.
     explicit TfrmQXCopy(QWidget* parent = nullptr);
     ~TfrmQXCopy() override;
 
@@ -39,7 +40,9 @@ public:
     void Button1Click(QObject* Sender);
 
 protected:
+    // Escape goes to FormKeyPress; other keys as a form takes them.
     void keyPressEvent(QKeyEvent* e) override;
+    // The close box asks as the cancel button does; the window stays until the run ends.
     void closeEvent(QCloseEvent* e) override;
 
 private:

@@ -29,12 +29,19 @@ class QSocketNotifier;
 //
 // In the designer the tabs are built but show their names without pictures, and Drive does not
 // move the selection.
+//
+// Example, a file list that follows the chosen drive:
+//
+//     auto* drives = new TQXDriveTab(window);
+//     drives->OnClick = [drives, list](QObject*) { list->setRootPath(drives->Drive()); };
 class QXT_EXPORT TQXDriveTab : public TTabSet, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
     Q_PROPERTY(QString Drive READ Drive WRITE SetDrive)
 
 public:
+    // One tab per mounted file system with the current directory's one chosen; it follows
+    // mounts and unmounts from then on.
     explicit TQXDriveTab(QWidget* parent = nullptr);
     ~TQXDriveTab() override;
 

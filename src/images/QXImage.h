@@ -20,6 +20,12 @@
 //
 // The control keeps what it shows in a screen image of its own, so what an opaque paint leaves
 // is always its own last picture.
+//
+// Example, a photo as large as it fits, in its proportions:
+//
+//     auto* photo = new TQXImage(window);
+//     photo->SetStretch(true);
+//     photo->Picture()->LoadFromFile(QStringLiteral("urlaub.gif"));
 class QXT_EXPORT TQXImage : public TGraphicControl {
     Q_OBJECT
     Q_PROPERTY(bool AutoSize READ AutoSize WRITE SetAutoSize)
@@ -29,6 +35,7 @@ class QXT_EXPORT TQXImage : public TGraphicControl {
     Q_PROPERTY(bool Transparent READ Transparent WRITE SetTransparent)
 
 public:
+    // A 105 x 105 pixel control without a picture.
     explicit TQXImage(QWidget* parent = nullptr);
     ~TQXImage() override;
 

@@ -48,6 +48,14 @@ using enum QXFillImageEnums::TFStyle;
 //   repeated as a brush pattern, any other is tiled from the top left.
 // - With AdjustToParent every paint first moves the control to the top left of its parent and
 //   sizes it to the parent's client area.
+//
+// Example, a form's background from navy at the top to aqua at the bottom:
+//
+//     auto* back = new TQXFillImage(form);
+//     back->SetRBFromColor(clNavy);
+//     back->SetRBToColor(clAqua);
+//     back->SetFillStyle(vRAINBOW);
+//     back->SetAdjustToParent(true);
 class QXT_EXPORT TQXFillImage : public TGraphicControl, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -59,6 +67,7 @@ class QXT_EXPORT TQXFillImage : public TGraphicControl, public TQXAboutCarrier {
     Q_PROPERTY(QColor RBToColor READ rbToColorProperty WRITE setRBToColorProperty)
 
 public:
+    // A 100 x 100 pixel control that fills nothing (style NONE) until a style is chosen.
     explicit TQXFillImage(QWidget* parent = nullptr);
     ~TQXFillImage() override;
 

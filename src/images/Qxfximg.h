@@ -41,6 +41,13 @@ using enum QXFxImageEnums::TFadeStyle;
 //   next FadeIn.
 // - Between transitions the control shows what the last one left on screen; a change of the
 //   picture, colour or size draws it anew: Color, and the picture when it is shown.
+//
+// Example, a logo dissolving in:
+//
+//     auto* logo = new TQXFxImage(window);
+//     logo->SetPicture(&bitmap);
+//     logo->SetFadeStyle(qxfsRandom);
+//     logo->FadeIn();
 class QXT_EXPORT TQXFxImage : public TGraphicControl, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -52,6 +59,7 @@ class QXT_EXPORT TQXFxImage : public TGraphicControl, public TQXAboutCarrier {
     Q_PROPERTY(QFont Font READ fontProperty WRITE setFontProperty)
 
 public:
+    // A 40 x 40 pixel control showing its picture at once, without a transition.
     explicit TQXFxImage(QWidget* parent = nullptr);
     ~TQXFxImage() override;
 
@@ -97,6 +105,7 @@ public:
 
 protected:
     void Paint() override;
+    // A new size draws the picture anew at the next paint.
     void resizeEvent(QResizeEvent* e) override;
 
 private:

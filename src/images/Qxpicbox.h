@@ -116,6 +116,16 @@ private:
 // - Setting Active, PicPattern, PicType or SubDirs starts a new scan (a running one is stopped
 //   first); OnStartScan and OnStopScan frame it, and OnChangePicCount reports every addition
 //   (from the scanning thread, so its handler must be thread-safe).
+//
+// Example, the pictures of a directory with their number in a label:
+//
+//     auto* pictures = new TQXPicBox(window);
+//     pictures->SetPicPattern(QStringLiteral("/home/me/Bilder/*.*"));
+//     pictures->OnChangePicCount = [label](QObject*, int count) {
+//         QMetaObject::invokeMethod(label, [label, count] { label->setNum(count); },
+//                                   Qt::QueuedConnection);
+//     };
+//     pictures->SetActive(true);
 class QXT_EXPORT TQXPicBox : public TCustomListBox, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -223,6 +233,7 @@ public:
     // The cell's index among the cells in view (down the columns), -1 when there is no grid.
     int ViewIndex(const TRect& Rect) const;
 
+    // 320 x 240 pixels, room for a few rows of thumbnails.
     QSize sizeHint() const override;
 
     // The number of listed files changed (also called on the scanning thread).
@@ -236,7 +247,9 @@ public:
 
 protected:
     void DrawItem(int Index, const TRect& Rect, TOwnerDrawState State) override;
+    // Lays the cells out for the current thumbnail size before painting.
     void paintEvent(QPaintEvent* e) override;
+    // The control keeps room for at least one whole cell.
     void resizeEvent(QResizeEvent* e) override;
 
 private:

@@ -76,6 +76,7 @@ QXT_EXPORT TColor QColorToTColor(const QColor& c);
 constexpr TColor RGB(int r, int g, int b) {
     return (r & 0xFF) | ((g & 0xFF) << 8) | ((b & 0xFF) << 16);
 }
+// The red, green and blue parts of a colour.
 constexpr int GetRValue(TColor c) {
     return c & 0xFF;
 }

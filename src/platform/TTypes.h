@@ -68,6 +68,7 @@ constexpr void InflateRect(TRect& r, int dx, int dy) {
     r.Right += dx;
     r.Bottom += dy;
 }
+// Moves the rectangle by dx and dy.
 constexpr void OffsetRect(TRect& r, int dx, int dy) {
     r.Left += dx;
     r.Right += dx;

@@ -52,13 +52,13 @@ public:
 // The ID3 version 1 fields: fixed-width Latin-1 text without terminator, padded with blanks or
 // zero bytes as the tag's writer chose.
 struct QXT_EXPORT Tmp3TAG {
-    char Title[30] = {};
-    char Artist[30] = {};
-    char Album[30] = {};
-    char Year[4] = {};
-    char Comment[30] = {};
-    std::uint8_t Genre = 0;
-    bool TagFound = false;
+    char Title[30] = {};    // the song's title
+    char Artist[30] = {};   // the performer
+    char Album[30] = {};    // the album
+    char Year[4] = {};      // the year, four digits
+    char Comment[30] = {};  // free text
+    std::uint8_t Genre = 0; // the genre number (GetGenreString names it); 255 without a tag
+    bool TagFound = false;  // whether the file ends in a tag
 };
 
 // A fixed-width tag field as text, with trailing blanks and zero bytes removed.
@@ -87,12 +87,20 @@ QXT_EXPORT void GetMp3Info(const QString& FileName, TMP3Format& Format, Tmp3TAG&
 QXT_EXPORT QString GetGenreString(std::uint8_t Genre);
 
 // Describes the MP3 file FileName: setting the name fills MP3Format and MP3Tag.
+//
+// Example, the title of a song:
+//
+//     TQXMp3Info info;
+//     info.SetFileName(QStringLiteral("lied.mp3"));
+//     if (info.MP3Tag().TagFound)
+//         title = Mp3TagText(info.MP3Tag().Title);
 class QXT_EXPORT TQXMp3Info : public TComponent {
     Q_OBJECT
     Q_PROPERTY(QString FileName READ FileName WRITE SetFileName)
     Q_PROPERTY(TMP3Format MP3Format READ MP3Format WRITE SetMP3Format)
 
 public:
+    // A component describing no file: every field empty until FileName is set.
     explicit TQXMp3Info(QObject* owner = nullptr);
     ~TQXMp3Info() override;
 

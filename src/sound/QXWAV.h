@@ -67,10 +67,10 @@ constexpr std::uint32_t SND_LOOP = 0x0008;
 
 // The format fields TQXWAV reads when its FileName is set.
 struct TQXWAVFormat {
-    std::uint16_t FormatTag = 0;
-    std::uint16_t Channels = 0;
-    std::uint32_t SamplesPerSec = 0;
-    std::uint32_t DataSize = 0;
+    std::uint16_t FormatTag = 0;     // 1 for PCM
+    std::uint16_t Channels = 0;      // 1 mono, 2 stereo
+    std::uint32_t SamplesPerSec = 0; // the sample rate
+    std::uint32_t DataSize = 0;      // bytes in the "data" chunk
     // Seconds: DataSize divided by the average bytes per second (0 when that is 0).
     float PlayTime = 0;
 };
@@ -100,6 +100,16 @@ QXT_EXPORT void ReadWAVFormat(const QString& FileName, TQXWAVFormat& Format);
 // The waveform reads every file as unsigned 8-bit samples from byte 45 on, one sample every
 // file size div Width bytes, one column each: a red centre line, the green trace over it and
 // the file name in the top left corner, on Color.
+//
+// Example, a sound played to its end, then the next step:
+//
+//     auto* wav = new TQXWAV(window);
+//     wav->SetFileName(QStringLiteral("fanfare.wav")); // raises Exception for a damaged file
+//     wav->OnNotify = [](QObject*, TMPNotifyValues value) {
+//         if (value == nvSuccessful)
+//             nextStep();
+//     };
+//     wav->Play();
 class QXT_EXPORT TQXWAV : public TCustomControl, public TQXAboutCarrier {
     Q_OBJECT
     Q_PROPERTY(QString About_QXTools READ About_QXTools WRITE SetAbout_QXTools DESIGNABLE false)
@@ -193,7 +203,9 @@ public:
     // The status timer.
     TTimer* Timer() const { return m_timer; }
 
+    // Called with the end of a play (see MMMCINotify).
     TQXNotifyEvent OnNotify;
+    // Called on every status tick with position and length.
     TQXShowStatusEvent OnShowStatus;
 
 public slots:

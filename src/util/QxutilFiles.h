@@ -46,6 +46,7 @@ QXT_EXPORT QString qxtTMPDir();
 // 14 videos, 20 fonts, 26 data (~/.local/share), 32 cache, 39 pictures, 40 home. A number
 // without an XDG twin (favourites 6, recent 8, send-to 9, …) gives "".
 QXT_EXPORT QString qxtGetSpecialFolderDir(int Folder);
+// The folders of qxtGetSpecialFolderDir by name.
 QXT_EXPORT QString qxtDesktopDir();
 QXT_EXPORT QString qxtProgrammsDir();
 QXT_EXPORT QString qxtPersonalDir();

@@ -48,7 +48,9 @@ using enum QxutilEnums::TViewStyle;
 
 // Makes pending writes to the file durable.
 QXT_EXPORT void qxtINIFlush(const QString& FileName);
+// Whether the file holds the section.
 QXT_EXPORT bool qxtINISectionExists(const QString& FileName, const QString& Section);
+// Removes the section with all its keys.
 QXT_EXPORT void qxtINIEraseSection(const QString& FileName, const QString& Section);
 // The section names into List.
 QXT_EXPORT void qxtINIReadSections(const QString& FileName, TStrings* List);
@@ -57,16 +59,19 @@ QXT_EXPORT void qxtINIReadSectionValues(const QString& FileName, const QString& 
                                         TStrings* List);
 // The key names of a section into List.
 QXT_EXPORT void qxtINIReadSection(const QString& FileName, const QString& Section, TStrings* List);
+// Writes "1" or "0".
 QXT_EXPORT void qxtINIWriteBool(const QString& FileName, const QString& Section, const QString& Key,
                                 bool Value);
 // A value holding ";" is read through the comment stripper, any other as an integer.
 QXT_EXPORT bool qxtINIReadBool(const QString& FileName, const QString& Section, const QString& Key,
                                bool Default);
+// Writes the number in decimal.
 QXT_EXPORT void qxtINIWriteInteger(const QString& FileName, const QString& Section,
                                    const QString& Key, int Value);
 // Strips a ";" comment; an empty value reads as 0; raises EConvertError for other text.
 QXT_EXPORT int qxtINIReadInteger(const QString& FileName, const QString& Section,
                                  const QString& Key, int Default);
+// Writes and reads a text as it stands; a missing key reads as Default.
 QXT_EXPORT void qxtINIWriteString(const QString& FileName, const QString& Section,
                                   const QString& Key, const QString& Value);
 QXT_EXPORT QString qxtINIReadString(const QString& FileName, const QString& Section,
@@ -81,8 +86,10 @@ QXT_EXPORT void qxtINILoadWinPos(const QString& FileName, const QString& Key, TF
 // Writes Key_Name, Key_Size (points), Key_Color and Key_Style ("B", "I", "U", "S" in that order).
 QXT_EXPORT void qxtINISaveFont(const QString& FileName, const QString& Section, const QString& Key,
                                TFont* Font);
+// Reads the keys qxtINISaveFont writes into Font.
 QXT_EXPORT void qxtINILoadFont(const QString& FileName, const QString& Section, const QString& Key,
                                TFont* Font);
+// Writes and reads a view style by its name (qxtViewStyleToStr).
 QXT_EXPORT void qxtINIWriteViewStyle(const QString& FileName, const QString& Section,
                                      const QString& Key, TViewStyle Style);
 QXT_EXPORT TViewStyle qxtINIReadViewStyle(const QString& FileName, const QString& Section,

@@ -13,6 +13,7 @@
 struct TWAVInfo {
     // "UNKNOWN", "MIDI-File", or the format of a WAVE file ("1411 kbps, 44.1 kHz, Stereo").
     QString InfoText;
+    // Bytes.
     std::int32_t FileSize = 0;
     // The file's time stamp (invalid when the file is missing).
     QDateTime FileDate;
