@@ -1,3 +1,4 @@
+#include "SoundBuilder.h"
 #include "TestSupport.h"
 
 #include <QDir>
@@ -6,6 +7,7 @@
 #include <QImageReader>
 #include <QProcess>
 #include <QRegularExpression>
+#include <cmath>
 #include <gtest/gtest.h>
 
 // The README's family guides show the programs of examples/ verbatim, and each program is
@@ -145,6 +147,64 @@ TEST(Examples, ImagesDecodesTheGifAndShowsItOverTheBands) {
                         top + (2 * at.y() + 1) * height / (2 * reference.height()));
         EXPECT_EQ(shot.pixelColor(in), reference.pixelColor(at).toRgb()) << at.x() << "," << at.y();
     }
+}
+
+// A second of a 5 Hz sine in 8-bit samples at 8000 Hz is described by its rate and length and
+// drawn as five waves swinging about the red centre line under its white name; the MP3 file's
+// header and tag are printed as the guide says.
+TEST(Examples, SoundDescribesBothFilesAndDrawsTheWave) {
+    qxtest::TempDir dir;
+    QByteArray samples(8000, '\0');
+    for (int i = 0; i < samples.size(); ++i)
+        samples[i] = char(128 + int(std::lround(100 * std::sin(2 * M_PI * 5 * i / 8000.0))));
+    const QString wav = dir.write(QStringLiteral("ton.wav"), sound::pcmWav(8000, 1, 8, samples));
+    // MPEG-1 Layer III, 128 kbit/s, 44.1 kHz, joint stereo; the tag needs a file of 1000 bytes.
+    const QString mp3 =
+        dir.write(QStringLiteral("lied.mp3"),
+                  sound::mpegHeader(0xFF, 0xFB, 0x90, 0x44) + QByteArray(1000, '\0') +
+                      sound::id3v1("Abendlied", "Chor", "Lieder", "1999", "", 17));
+    const QString png = dir.file(QStringLiteral("welle.png"));
+    const qxtest::ToolResult run = runExample(QStringLiteral("sound"), {wav, mp3, png}, dir.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out.toStdString(), std::string("064 kbps, 8 kHz, Mono, 1 s\n"
+                                                 "MPEG-1 Layer-III, 128 kbps, j-stereo\n"
+                                                 "Chor: Abendlied (Rock)\n"));
+
+    const QImage shot = QImage(png).convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(shot.size(), QSize(320, 80));
+    EXPECT_EQ(shot.pixelColor(319, 79), QColor(Qt::black));
+    // The trace reaches 100 / 256 of the height above and below the middle, and nowhere
+    // near the top or bottom edge.
+    int above = 0, below = 0, red = 0, edge = 0;
+    for (int x = 0; x < shot.width(); ++x)
+        for (int y = 0; y < shot.height(); ++y) {
+            const QColor c = shot.pixelColor(x, y);
+            if (c == QColor(Qt::green)) {
+                above += y < 40 - 25;
+                below += y > 40 + 25;
+                edge += y < 4 || y > 75;
+            }
+            red += c == QColor(Qt::red) && y == 40;
+        }
+    EXPECT_GE(above, 5);
+    EXPECT_GE(below, 5);
+    EXPECT_EQ(edge, 0);
+    EXPECT_GT(red, 0);
+    // The file name is written in white in the top left corner.
+    int white = 0;
+    for (int x = 0; x < 60; ++x)
+        for (int y = 0; y < 16; ++y)
+            white += shot.pixelColor(x, y) == QColor(Qt::white);
+    EXPECT_GT(white, 10);
+
+    // A file that is no WAVE file is told in the reader's English words, and no picture is made.
+    const QString text = dir.write(QStringLiteral("text.wav"), "no sound here, only text");
+    const QString none = dir.file(QStringLiteral("none.png"));
+    const qxtest::ToolResult bad =
+        runExample(QStringLiteral("sound"), {text, mp3, none}, dir.path());
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_FALSE(bad.err.trimmed().isEmpty());
+    EXPECT_FALSE(QFile::exists(none));
 }
 
 // The window shows the LCD panel's black face and the label in the blinker's first colour.

@@ -27,3 +27,6 @@ endif()
 target_compile_definitions(test_examples PRIVATE
                            QX_EXAMPLES_BIN="${CMAKE_CURRENT_BINARY_DIR}/examples"
                            QX_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+# The sound example is fed files built by the sound tests' file builder.
+target_sources(test_examples PRIVATE ${CMAKE_SOURCE_DIR}/tests/sound/SoundBuilder.cpp)
+target_include_directories(test_examples PRIVATE ${CMAKE_SOURCE_DIR}/tests/sound)
