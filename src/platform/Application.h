@@ -51,6 +51,16 @@ QXT_EXPORT QCursor CursorToQCursor(TCursor cursor);
 
 // Lets pending events run at most every few milliseconds: often enough to keep an interface live
 // (and let it cancel) during a long loop, without a pass through the event loop for every step.
+//
+// Example, a long loop that keeps its cancel button answering:
+//
+//     TEventBudget events;
+//     for (const QString& name : names) {
+//         events.Spend();
+//         if (cancelled)
+//             break;
+//         process(name);
+//     }
 class QXT_EXPORT TEventBudget {
 public:
     // Runs pending events when the last run is kIntervalMs or more ago, or there was none yet;

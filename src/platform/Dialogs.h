@@ -40,6 +40,15 @@ enum TDialogKind { dkMessage, dkQuestion, dkSelectDirectory, dkOpenFile, dkForm 
 class QDialog;
 
 // One request to the dialog service. Path is in/out for the directory and file choosers.
+//
+// Example, a program without a screen that answers every question with No and logs messages:
+//
+//     SetDialogHandler([](TDialogRequest& request) {
+//         if (request.Kind == dkQuestion)
+//             return mrNo;
+//         qWarning() << request.Text;
+//         return mrOk;
+//     });
 struct TDialogRequest {
     // What is asked for: a message, a question, a chooser or a form.
     TDialogKind Kind = dkMessage;

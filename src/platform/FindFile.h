@@ -45,6 +45,14 @@ struct TSearchRec {
 // A directory read once, its entries in the order FindFirst reports them. A walk that looks at a
 // directory twice (for its subdirectories, then for its files) searches this one listing with
 // FindFirst instead of reading the directory again.
+//
+// Example, the text files of a directory from one reading:
+//
+//     auto listing = std::make_shared<const TDirListing>(QStringLiteral("/home/me/Briefe"));
+//     TSearchRec found;
+//     for (int rc = FindFirst(listing, QStringLiteral("*.txt"), faAnyFile, found); rc == 0;
+//          rc = FindNext(found))
+//         qDebug() << found.Name << found.Size;
 class QXT_EXPORT TDirListing {
 public:
     // Reads the directory Dir; IsOpen() is false when it cannot be read.

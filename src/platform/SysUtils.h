@@ -7,6 +7,14 @@
 #include <exception>
 
 // The root of every exception the library raises; Message() is the text shown to users.
+//
+// Example:
+//
+//     try {
+//         value = StrToInt(text);
+//     } catch (const Exception& e) {
+//         ShowMessage(e.Message()); // "'x' is not a valid integer value"
+//     }
 class QXT_EXPORT Exception : public std::exception {
 public:
     // An exception carrying message.

@@ -85,6 +85,15 @@ constexpr std::uint32_t ROP_BLEND = 0;
 // does not draw its end point, text is placed by the top-left corner of its cell, and no
 // drawing is antialiased. A canvas draws either into an image (a bitmap's canvas) or through
 // a painter attached for the length of a paint event.
+//
+// Example, a framed cross drawn into a bitmap:
+//
+//     TBitmap bitmap(32, 32);
+//     TCanvas* canvas = bitmap.Canvas();
+//     canvas->Brush.Color = clWhite;
+//     canvas->Rectangle(0, 0, 32, 32);
+//     canvas->MoveTo(0, 0);
+//     canvas->LineTo(32, 32);
 class QXT_EXPORT TCanvas {
 public:
     TCanvas();

@@ -106,6 +106,13 @@ private:
 enum TPixelFormat { pfDevice, pf1bit, pf4bit, pf8bit, pf15bit, pf16bit, pf24bit, pf32bit };
 
 // A raster picture kept as a QImage; its Canvas draws into it. Streams are BMP files.
+//
+// Example, a red square saved as a BMP file:
+//
+//     TBitmap bitmap(16, 16);
+//     bitmap.Canvas()->Brush.Color = clRed;
+//     bitmap.Canvas()->FillRect(TRect{0, 0, 16, 16});
+//     bitmap.SaveToFile(QStringLiteral("rot.bmp"));
 class QXT_EXPORT TBitmap : public TGraphic {
 public:
     // An empty bitmap.

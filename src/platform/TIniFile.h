@@ -30,6 +30,12 @@ public:
 // keys, and no lock file is left behind. Missing directories of the file are created on the
 // first write.
 // Line breaks inside names and values would split the line, so they are written as blanks.
+//
+// Example, a window size kept between runs:
+//
+//     TIniFile ini(QStringLiteral("Editor.INI"));
+//     const int width = ini.ReadInteger(QStringLiteral("Fenster"), QStringLiteral("Breite"), 640);
+//     ini.WriteInteger(QStringLiteral("Fenster"), QStringLiteral("Breite"), window->width());
 class QXT_EXPORT TIniFile {
 public:
     // Works on fileName (a bare name lies in the configuration directory); opens nothing yet.

@@ -20,6 +20,12 @@ struct TFileFormat {
 };
 
 // Holds one graphic of any registered class and loads files by their extension.
+//
+// Example, any registered picture file and its size:
+//
+//     TPicture picture;
+//     picture.LoadFromFile(fileName); // raises EInvalidGraphic for an unknown extension
+//     qDebug() << picture.Graphic()->ClassName() << picture.Width() << picture.Height();
 class QXT_EXPORT TPicture : public TPersistent {
 public:
     TPicture();

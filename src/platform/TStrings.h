@@ -18,6 +18,13 @@ public:
 
 // A list of strings, each with an attached object pointer. IndexOf compares case-blind, Text
 // joins with "\r\n", CommaText quotes items holding blanks, commas or quotes.
+//
+// Example, a list written as a text file, one item a line:
+//
+//     TStringList names;
+//     names.Add(QStringLiteral("Anna"));
+//     names.Add(QStringLiteral("Bert"));
+//     names.SaveToFile(QStringLiteral("namen.txt"));
 class QXT_EXPORT TStrings : public TPersistent {
 public:
     // An empty list.
@@ -103,6 +110,14 @@ protected:
 enum TDuplicates { dupIgnore, dupAccept, dupError };
 
 // A TStrings that can keep itself sorted (case-blind, as the framework compares).
+//
+// Example, names kept in order, each once:
+//
+//     TStringList names;
+//     names.SetSorted(true);
+//     names.Add(QStringLiteral("bert"));
+//     names.Add(QStringLiteral("Anna"));
+//     names.Add(QStringLiteral("Bert")); // dropped: "bert" is there (dupIgnore)
 class QXT_EXPORT TStringList : public TStrings {
 public:
     QString ClassName() const override { return QStringLiteral("TStringList"); }

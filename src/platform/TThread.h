@@ -21,6 +21,22 @@ enum TThreadPriority { tpIdle, tpLowest, tpLower, tpNormal, tpHigher, tpHighest,
 // Deleting the object while Execute runs terminates it and waits for it; a subclass whose
 // Execute uses its own members must end the thread first (Terminate, WaitFor), because its
 // members are gone by the time the base class waits.
+//
+// Example, a sum worked out beside the interface and shown when done:
+//
+//     class TSumThread : public TThread {
+//     public:
+//         explicit TSumThread(QLabel* label) : TThread(false), m_label(label) {}
+//     protected:
+//         void Execute() override {
+//             long long sum = 0;
+//             for (int i = 0; i < 100000000 && !Terminated(); ++i)
+//                 sum += i;
+//             Queue([this, sum] { m_label->setNum(double(sum)); });
+//         }
+//     private:
+//         QLabel* m_label;
+//     };
 class QXT_EXPORT TThread : public QObject {
     Q_OBJECT
 public:

@@ -8,6 +8,11 @@
 
 // The framework's timer: it ticks only while Enabled and Interval > 0 (a Qt timer with
 // interval 0 would fire on every pass of the event loop).
+//
+// Example, a clock label refreshed every second:
+//
+//     auto* timer = new TTimer(label);
+//     timer->OnTimer = [label](QObject*) { label->setText(TimeToStr(QTime::currentTime())); };
 class QXT_EXPORT TTimer : public QObject {
     Q_OBJECT
 public:

@@ -68,6 +68,15 @@ public:
 QXT_EXPORT std::shared_ptr<TSystemReader> qxtSystemReader();
 
 // The processors' usage since the previous reading of the same object.
+//
+// Example, the processor load once a second:
+//
+//     auto usage = std::make_shared<TCPUUsage>();
+//     timer->OnTimer = [usage, gauge](QObject*) {
+//         qint32 percent = 0;
+//         if (usage->Read(percent))
+//             gauge->SetProgress(percent);
+//     };
 class QXT_EXPORT TCPUUsage {
 public:
     // Reads through Reader, or the running system when none is given.
