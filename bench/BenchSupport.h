@@ -23,15 +23,17 @@ inline double cpuNow() {
     return total;
 }
 
-// Reports the processor time of its lifetime per iteration as "cpu": on a loaded machine wall
-// time mostly measures waiting for a processor.
+// Reports seconds of processor time as "cpu", per iteration: on a loaded machine wall time
+// mostly measures waiting for a processor.
+inline void reportCpu(benchmark::State& state, double seconds) {
+    state.counters["cpu"] = benchmark::Counter(seconds, benchmark::Counter::kAvgIterations);
+}
+
+// Reports the processor time of its lifetime (reportCpu).
 class CpuCounter {
 public:
     explicit CpuCounter(benchmark::State& state) : m_state(state), m_start(cpuNow()) {}
-    ~CpuCounter() {
-        m_state.counters["cpu"] =
-            benchmark::Counter(cpuNow() - m_start, benchmark::Counter::kAvgIterations);
-    }
+    ~CpuCounter() { reportCpu(m_state, cpuNow() - m_start); }
     CpuCounter(const CpuCounter&) = delete;
     CpuCounter& operator=(const CpuCounter&) = delete;
 

@@ -17,7 +17,6 @@
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <spawn.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -25,6 +24,7 @@
 namespace {
 
 using qxbench::cpuNow;
+using qxbench::reportCpu;
 
 constexpr qint64 kLargeSize = qint64(512) << 20;
 constexpr int kSmallFiles = 10'000;
@@ -86,10 +86,6 @@ private:
     double& m_sum;
     double m_start;
 };
-
-void reportCpu(benchmark::State& state, double cpu) {
-    state.counters["cpu"] = benchmark::Counter(cpu, benchmark::Counter::kAvgIterations);
-}
 
 void removeTarget() {
     QFile::remove(target());
