@@ -121,16 +121,21 @@ void segmentDigit(QPainter& p, qreal x, qreal y, unsigned mask, const QColor& on
     }
 }
 
+// A triangle in the current pen and brush.
+void triangle(QPainter& p, QPointF a, QPointF b, QPointF c) {
+    QPainterPath path;
+    path.moveTo(a);
+    path.lineTo(b);
+    path.lineTo(c);
+    path.closeSubpath();
+    p.drawPath(path);
+}
+
 // A play triangle pointing right.
 void playTriangle(QPainter& p, const QRectF& r, const QColor& c) {
-    QPainterPath tri;
-    tri.moveTo(r.topLeft());
-    tri.lineTo(r.right(), r.center().y());
-    tri.lineTo(r.bottomLeft());
-    tri.closeSubpath();
     p.setPen(Qt::NoPen);
     p.setBrush(c);
-    p.drawPath(tri);
+    triangle(p, r.topLeft(), {r.right(), r.center().y()}, r.bottomLeft());
 }
 
 // A capital A built from strokes (no fonts needed at build time).
@@ -192,13 +197,8 @@ void drawScrollText(QPainter& p, bool big) {
         p.setBrush(QColor(0x90, 0xB8, 0xE8));
         p.drawRect(QRectF(2.5, 10, 12, 0.5));
     }
-    QPainterPath arrow;
-    arrow.moveTo(1, 2.5);
-    arrow.lineTo(4, 0.5);
-    arrow.lineTo(4, 4.5);
-    arrow.closeSubpath();
     p.setBrush(warm);
-    p.drawPath(arrow);
+    triangle(p, {1, 2.5}, {4, 0.5}, {4, 4.5});
     p.setPen(line(warm));
     p.drawLine(QPointF(4, 2.5), QPointF(9.5, 2.5));
 }
@@ -414,14 +414,9 @@ void drawFontCombo(QPainter& p, bool big) {
     // A combo box holding a letter, with its drop-down button.
     box(p, 1, 5, 20, 12, Qt::white);
     box(p, 14, 5, 7, 12, face);
-    QPainterPath arrow;
-    arrow.moveTo(15.5, 10);
-    arrow.lineTo(19.5, 10);
-    arrow.lineTo(17.5, 13);
-    arrow.closeSubpath();
     p.setPen(Qt::NoPen);
     p.setBrush(ink);
-    p.drawPath(arrow);
+    triangle(p, {15.5, 10}, {19.5, 10}, {17.5, 13});
     // A serif F.
     p.setBrush(QColor(0xB0, 0x20, 0x30));
     p.drawRect(QRectF(5, 7.5, 2, 8));
@@ -480,14 +475,9 @@ void drawAutoButton(QPainter& p, bool big) {
     p.setPen(QPen(accent, big ? 1.25 : 1.5, Qt::SolidLine, Qt::FlatCap));
     p.setBrush(Qt::NoBrush);
     p.drawArc(QRectF(6.5, 6.5, 9, 9), 100 * 16, 280 * 16);
-    QPainterPath head;
-    head.moveTo(10, 4.5);
-    head.lineTo(13.5, 6.8);
-    head.lineTo(10, 9);
-    head.closeSubpath();
     p.setPen(Qt::NoPen);
     p.setBrush(accent);
-    p.drawPath(head);
+    triangle(p, {10, 4.5}, {13.5, 6.8}, {10, 9});
 }
 
 void drawGrabBar(QPainter& p, bool big) {
@@ -500,18 +490,9 @@ void drawGrabBar(QPainter& p, bool big) {
     for (int i = 0; i < (big ? 5 : 3); ++i)
         p.drawRect(QRectF(10.5, 8 + i * (big ? 1.5 : 2.5), 1, big ? 0.5 : 1));
     // Arrows that tell it moves sideways.
-    QPainterPath l, r;
-    l.moveTo(4, 11);
-    l.lineTo(7, 9);
-    l.lineTo(7, 13);
-    l.closeSubpath();
-    r.moveTo(18, 11);
-    r.lineTo(15, 9);
-    r.lineTo(15, 13);
-    r.closeSubpath();
     p.setBrush(warm);
-    p.drawPath(l);
-    p.drawPath(r);
+    triangle(p, {4, 11}, {7, 9}, {7, 13});
+    triangle(p, {18, 11}, {15, 9}, {15, 13});
 }
 
 void drawApp(QPainter& p, bool big) {
@@ -573,17 +554,8 @@ void drawImage(QPainter& p, bool big) {
     p.drawRect(QRectF(4.5, 4.5, 13, 13));
     p.setPen(Qt::NoPen);
     p.setBrush(accent);
-    QPainterPath l, r;
-    l.moveTo(1.5, 11);
-    l.lineTo(4, 8.5);
-    l.lineTo(4, 13.5);
-    l.closeSubpath();
-    r.moveTo(20.5, 11);
-    r.lineTo(18, 8.5);
-    r.lineTo(18, 13.5);
-    r.closeSubpath();
-    p.drawPath(l);
-    p.drawPath(r);
+    triangle(p, {1.5, 11}, {4, 8.5}, {4, 13.5});
+    triangle(p, {20.5, 11}, {18, 8.5}, {18, 13.5});
 }
 
 void drawWavPlay(QPainter& p, bool big) {
